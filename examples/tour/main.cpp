@@ -1,0 +1,89 @@
+// A short walk through kelcore: each section shows one subsystem at work.
+
+#include <kelcore/kelcore.h>
+
+#include <cstdio>
+
+using namespace KELKIT;
+
+namespace {
+
+void section(char const* title) {
+    std::printf("\n== %s ==\n", title);
+}
+
+void hexDump(UInt8 const* bytes, UInt32 size) {
+    for (UInt32 i = 0; i < size; ++i) {
+        std::printf("%02X%s", bytes[i], (i % 16 == 15 || i + 1 == size) ? "\n" : " ");
+    }
+}
+
+void text() {
+    section("Text");
+    kelString greeting("  hello, kelcore  ");
+    std::printf("original:        [%s]\n", greeting.c_str());
+    greeting.trim();
+    std::printf("trimmed:         [%s]\n", greeting.c_str());
+    greeting.makeUpper();
+    std::printf("upper case:      [%s]\n", greeting.c_str());
+    UInt32 pos = 0;
+    if (greeting.find("KEL", pos)) {
+        std::printf("found KEL at:    %u\n", static_cast<unsigned>(pos));
+    }
+    UInt32 count = greeting.replace("L", "l");
+    std::printf("replaced %u L:    [%s]\n", static_cast<unsigned>(count), greeting.c_str());
+    std::printf("last 7:          [%s]\n", greeting.subStringRight(7).c_str());
+    std::printf("hash of abc:     %u (same as cba: %u)\n",
+                static_cast<unsigned>(kelString("abc").getHashCode()),
+                static_cast<unsigned>(kelString("cba").getHashCode()));
+}
+
+void serialization() {
+    section("Serialization round trip");
+    kelBinarySerializer out;
+    out.serialize(static_cast<UInt32>(2026));
+    out.serialize(static_cast<SInt16>(-2));
+    out.serialize(1.0f);
+    kelString("kelcore").serializeTo(out);
+    std::printf("wrote UInt32 2026, SInt16 -2, Float32 1.0 and the text \"kelcore\": %u bytes\n",
+                static_cast<unsigned>(out.getSize()));
+    hexDump(out.getBufferC(), out.getSize());
+
+    kelBinarySerializer in;
+    in.loadData(out.getBufferC(), out.getSize());
+    UInt32 year = 0;
+    SInt16 minusTwo = 0;
+    Float32 one = 0;
+    kelString name;
+    in.deserialize(year);
+    in.deserialize(minusTwo);
+    in.deserialize(one);
+    name.deserializeFrom(in);
+    std::printf("read back: %u, %d, %.1f, \"%s\"\n", static_cast<unsigned>(year), minusTwo,
+                static_cast<double>(one), name.c_str());
+}
+
+void failure() {
+    section("Failure");
+    UInt8 block[10] = {0xFF, 0xFF, 0xFF, 0xFF};
+    kelMemorySerializer hostile(block, sizeof block);
+    kelString victim("untouched");
+    std::printf("reading a text whose length field says 4294967295 from a 10-byte block...\n");
+    try {
+        victim.deserializeFrom(hostile);
+    } catch (kelException const& e) {
+        std::printf("caught kelException: \"%s\" (%s, line %u)\n", e.getDescription(),
+                    e.getSourceFile(), static_cast<unsigned>(e.getLineNumber()));
+    }
+    std::printf("the text is still [%s]\n", victim.c_str());
+}
+
+} // namespace
+
+int main() {
+    std::printf("kelcore tour\n");
+    text();
+    serialization();
+    failure();
+    return 0;
+}

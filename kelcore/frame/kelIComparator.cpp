@@ -1,0 +1,7 @@
+#include <kelcore/frame/kelIComparator.h>
+
+namespace KELKIT {
+
+kelIComparator::~kelIComparator() = default;
+
+} // namespace KELKIT

@@ -1,0 +1,7 @@
+#include <kelcore/frame/kelIHashable.h>
+
+namespace KELKIT {
+
+kelIHashable::~kelIHashable() = default;
+
+} // namespace KELKIT

@@ -1,0 +1,7 @@
+#include <kelcore/frame/kelILockable.h>
+
+namespace KELKIT {
+
+kelILockable::~kelILockable() = default;
+
+} // namespace KELKIT

@@ -1,0 +1,7 @@
+#include <kelcore/frame/kelIRunnable.h>
+
+namespace KELKIT {
+
+kelIRunnable::~kelIRunnable() = default;
+
+} // namespace KELKIT

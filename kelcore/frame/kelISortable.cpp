@@ -1,0 +1,7 @@
+#include <kelcore/frame/kelISortable.h>
+
+namespace KELKIT {
+
+kelISortable::~kelISortable() = default;
+
+} // namespace KELKIT

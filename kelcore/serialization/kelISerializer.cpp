@@ -1,0 +1,7 @@
+#include <kelcore/serialization/kelISerializer.h>
+
+namespace KELKIT {
+
+kelISerializer::~kelISerializer() = default;
+
+} // namespace KELKIT

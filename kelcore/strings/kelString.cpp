@@ -1,0 +1,401 @@
+#include <kelcore/strings/kelString.h>
+
+#include <cctype>
+#include <cstring>
+#include <vector>
+
+namespace KELKIT {
+
+template class kelDefaultComparator<kelString>;
+
+namespace {
+
+char const* orEmpty(char const* text) {
+    return text == nullptr ? "" : text;
+}
+
+int compareTexts(char const* a, char const* b) {
+    return std::strcmp(a, b);
+}
+
+// Largest payload read in one piece. A longer length field is believed only as far as the
+// bytes actually arrive, so a hostile length costs no more memory than the data behind it.
+constexpr UInt32 READ_PIECE = 1u << 20;
+
+} // namespace
+
+kelString::kelString() : mText(new std::string()) {}
+
+kelString::kelString(kelString const& other)
+    : kelISerializable(other), kelIHashable(other), mText(new std::string(other.c_str())) {}
+
+kelString::kelString(char const* text) : mText(new std::string(orEmpty(text))) {}
+
+kelString::kelString(char c) : mText(new std::string(1, c)) {}
+
+kelString::~kelString() = default;
+
+char const* kelString::c_str() const {
+    return mText->c_str();
+}
+
+UInt32 kelString::size() const {
+    return static_cast<UInt32>(mText->size());
+}
+
+bool kelString::empty() const {
+    return mText->empty();
+}
+
+void kelString::clear() {
+    mText->clear();
+}
+
+char const& kelString::operator[](UInt32 pos) const {
+    return (*mText)[pos];
+}
+
+char& kelString::operator[](UInt32 pos) {
+    return (*mText)[pos];
+}
+
+// The editing operations below work on a copy of the c_str() text and assign it back; an
+// empty text is left alone without allocating anything.
+
+void kelString::trimRight(char c) {
+    if (mText->empty()) {
+        return;
+    }
+    std::string copy(c_str());
+    std::string::size_type const last = copy.find_last_not_of(c);
+    copy.erase(last == std::string::npos ? 0 : last + 1);
+    *mText = std::move(copy);
+}
+
+void kelString::trimLeft(char c) {
+    if (mText->empty()) {
+        return;
+    }
+    std::string copy(c_str());
+    copy.erase(0, copy.find_first_not_of(c));
+    *mText = std::move(copy);
+}
+
+void kelString::trim(char c) {
+    trimRight(c);
+    trimLeft(c);
+}
+
+void kelString::trimRight() {
+    trimRight(' ');
+}
+
+void kelString::trimLeft() {
+    trimLeft(' ');
+}
+
+void kelString::trim() {
+    trim(' ');
+}
+
+void kelString::reverse() {
+    if (mText->empty()) {
+        return;
+    }
+    std::string copy(c_str());
+    std::string reversed(copy.rbegin(), copy.rend());
+    *mText = std::move(reversed);
+}
+
+// toupper/tolower take the byte as an unsigned value: a negative argument other than EOF is
+// undefined in C, and some C libraries index a table with it.
+void kelString::makeUpper() {
+    if (mText->empty()) {
+        return;
+    }
+    std::string copy(c_str());
+    for (char& ch : copy) {
+        ch = static_cast<char>(std::toupper(static_cast<unsigned char>(ch)));
+    }
+    *mText = std::move(copy);
+}
+
+void kelString::makeLower() {
+    if (mText->empty()) {
+        return;
+    }
+    std::string copy(c_str());
+    for (char& ch : copy) {
+        ch = static_cast<char>(std::tolower(static_cast<unsigned char>(ch)));
+    }
+    *mText = std::move(copy);
+}
+
+void kelString::insert(UInt32 pos, kelString const& text) {
+    insert(pos, text.c_str());
+}
+
+void kelString::insert(UInt32 pos, char const* text) {
+    std::string::size_type const at = pos < mText->size() ? pos : mText->size();
+    mText->insert(at, orEmpty(text));
+}
+
+void kelString::insert(UInt32 pos, char c) {
+    char const text[2] = {c, '\0'};
+    insert(pos, text);
+}
+
+void kelString::append(kelString const& text) {
+    append(text.c_str());
+}
+
+void kelString::append(char const* text) {
+    mText->append(orEmpty(text));
+}
+
+void kelString::append(char c) {
+    char const text[2] = {c, '\0'};
+    append(text);
+}
+
+void kelString::erase(UInt32 pos) {
+    erase(pos, 1);
+}
+
+void kelString::erase(UInt32 pos, UInt32 count) {
+    if (pos < mText->size()) {
+        mText->erase(pos, count);
+    }
+}
+
+UInt32 kelString::replace(char const* from, char const* to) {
+    std::string const pattern(orEmpty(from));
+    std::string const replacement(orEmpty(to));
+    if (pattern.empty()) {
+        return 0;
+    }
+    UInt32 count = 0;
+    std::string::size_type at = 0;
+    while ((at = mText->find(pattern, at)) != std::string::npos) {
+        mText->replace(at, pattern.size(), replacement);
+        ++count;
+        at += replacement.size(); // never rescan what was just inserted
+    }
+    return count;
+}
+
+UInt32 kelString::replace(kelString const& from, kelString const& to) {
+    return replace(from.c_str(), to.c_str());
+}
+
+UInt32 kelString::replace(kelString const& from, char const* to) {
+    return replace(from.c_str(), to);
+}
+
+UInt32 kelString::replace(char const* from, kelString const& to) {
+    return replace(from, to.c_str());
+}
+
+UInt32 kelString::replace(char from, char to) {
+    char const fromText[2] = {from, '\0'};
+    char const toText[2] = {to, '\0'};
+    return replace(fromText, toText);
+}
+
+UInt32 kelString::replace(UInt32 pos, UInt32 count, char const* text) {
+    if (pos >= mText->size()) {
+        return 0;
+    }
+    std::string::size_type const before = mText->size();
+    mText->replace(pos, count, orEmpty(text));
+    return mText->size() != before ? 1 : 0;
+}
+
+UInt32 kelString::replace(UInt32 pos, UInt32 count, kelString const& text) {
+    return replace(pos, count, text.c_str());
+}
+
+kelString kelString::subString(UInt32 start, UInt32 count) const {
+    kelString result;
+    if (start < mText->size()) {
+        *result.mText = mText->substr(start, count);
+    }
+    return result;
+}
+
+kelString kelString::subString(UInt32 count) const {
+    return subString(0, count);
+}
+
+kelString kelString::subStringLeft(UInt32 count) const {
+    return subString(0, count);
+}
+
+kelString kelString::subStringRight(UInt32 count) const {
+    // 32-bit subtraction on purpose: a count above size() wraps beyond the end.
+    return subString(static_cast<UInt32>(size() - count), count);
+}
+
+bool kelString::find(char const* text, UInt32 start, UInt32& pos) const {
+    std::string::size_type const at = mText->find(orEmpty(text), start);
+    if (at == std::string::npos) {
+        return false;
+    }
+    pos = static_cast<UInt32>(at);
+    return true;
+}
+
+bool kelString::find(char const* text, UInt32& pos) const {
+    return find(text, 0, pos);
+}
+
+bool kelString::find(kelString const& text, UInt32 start, UInt32& pos) const {
+    return find(text.c_str(), start, pos);
+}
+
+bool kelString::find(kelString const& text, UInt32& pos) const {
+    return find(text.c_str(), 0, pos);
+}
+
+bool kelString::find(char c, UInt32 start, UInt32& pos) const {
+    char const text[2] = {c, '\0'};
+    return find(text, start, pos);
+}
+
+bool kelString::find(char c, UInt32& pos) const {
+    return find(c, 0, pos);
+}
+
+kelString const& kelString::operator=(kelString const& other) {
+    return *this = other.c_str();
+}
+
+kelString const& kelString::operator=(char const* text) {
+    // The text may point into this string (self-assignment); a temporary keeps it valid.
+    mText->assign(std::string(orEmpty(text)));
+    return *this;
+}
+
+kelString const& kelString::operator=(char c) {
+    mText->assign(1, c);
+    return *this;
+}
+
+kelString const& kelString::operator+=(kelString const& text) {
+    append(text);
+    return *this;
+}
+
+kelString const& kelString::operator+=(char const* text) {
+    append(text);
+    return *this;
+}
+
+kelString const& kelString::operator+=(char c) {
+    mText->push_back(c);
+    return *this;
+}
+
+kelString kelString::operator+(kelString const& text) {
+    *this += text;
+    return *this;
+}
+
+kelString kelString::operator+(char const* text) {
+    *this += text;
+    return *this;
+}
+
+kelString kelString::operator+(char c) {
+    *this += c;
+    return *this;
+}
+
+#define KEL_STRING_COMPARISONS(OP)                                                                 \
+    bool kelString::operator OP(kelString const& other) const {                                    \
+        return compareTexts(c_str(), other.c_str()) OP 0;                                          \
+    }                                                                                              \
+    bool kelString::operator OP(char const* other) const {                                         \
+        return compareTexts(c_str(), orEmpty(other)) OP 0;                                         \
+    }                                                                                              \
+    bool kelString::operator OP(char other) const {                                                \
+        char const text[2] = {other, '\0'};                                                        \
+        return compareTexts(c_str(), text) OP 0;                                                   \
+    }
+
+KEL_STRING_COMPARISONS(==)
+KEL_STRING_COMPARISONS(!=)
+KEL_STRING_COMPARISONS(<)
+KEL_STRING_COMPARISONS(<=)
+KEL_STRING_COMPARISONS(>)
+KEL_STRING_COMPARISONS(>=)
+
+#undef KEL_STRING_COMPARISONS
+
+void kelString::serializeTo(kelISerializer& serializer) const {
+    UInt32 const length = size();
+    serializer.serialize(length);
+    if (length != 0) {
+        serializer.serialize(reinterpret_cast<const UInt8*>(mText->data()), length);
+    }
+}
+
+void kelString::deserializeFrom(kelISerializer& serializer) {
+    UInt32 length = 0;
+    serializer.deserialize(length);
+    if (length == 0) {
+        clear();
+        return;
+    }
+    // A short text is read in one call, so that a refused read moves nothing. A long one is
+    // read piece by piece and only grows as the bytes arrive; if a piece is refused, the pieces
+    // before it stay consumed, and this string is unchanged either way.
+    std::vector<char> bytes;
+    UInt32 received = 0;
+    while (received < length) {
+        UInt32 const piece = (length - received < READ_PIECE) ? length - received : READ_PIECE;
+        bytes.resize(static_cast<std::size_t>(received) + piece);
+        serializer.deserialize(reinterpret_cast<UInt8*>(bytes.data()) + received, piece);
+        received += piece;
+    }
+    bytes.push_back('\0');
+    // Bytes behind a 0 byte inside the data are dropped.
+    mText->assign(bytes.data());
+}
+
+UInt32 kelString::getHashCode() const {
+    if (mText->empty()) {
+        return 0;
+    }
+    UInt32 hash = static_cast<UInt32>(static_cast<SInt32>(static_cast<signed char>((*mText)[0])));
+    for (std::string::size_type i = 1; i < mText->size(); ++i) {
+        hash *= static_cast<UInt32>(static_cast<SInt32>(static_cast<signed char>((*mText)[i])));
+    }
+    return hash;
+}
+
+UInt32 kelString::size(char const* text) {
+    return text == nullptr ? 0 : static_cast<UInt32>(std::strlen(text));
+}
+
+bool kelString::equals(char const* first, char const* second) {
+    if (first == nullptr || second == nullptr) {
+        return first == second;
+    }
+    return std::strcmp(first, second) == 0;
+}
+
+kelString kelString::extractString(char const* text, UInt32 count) {
+    kelString result;
+    if (text == nullptr || count == 0) {
+        return result;
+    }
+    UInt32 length = 0;
+    while (length < count && text[length] != '\0') {
+        ++length;
+    }
+    result.mText->assign(text, length);
+    return result;
+}
+
+} // namespace KELKIT

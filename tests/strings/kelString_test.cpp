@@ -1,0 +1,265 @@
+#include <kelcore/strings/kelString.h>
+
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <random>
+#include <string>
+
+using namespace KELKIT;
+
+namespace {
+
+std::string randomText(std::mt19937& rng, char const* alphabet, std::size_t maxLength) {
+    std::string const letters(alphabet);
+    std::uniform_int_distribution<std::size_t> len(0, maxLength);
+    std::uniform_int_distribution<std::size_t> pick(0, letters.size() - 1);
+    std::string s(len(rng), ' ');
+    for (char& c : s) {
+        c = letters[pick(rng)];
+    }
+    return s;
+}
+
+// Reference for replace: non-overlapping, left to right, no rescan of inserted text.
+std::size_t referenceReplace(std::string& s, std::string const& from, std::string const& to) {
+    if (from.empty()) {
+        return 0;
+    }
+    std::string out;
+    std::size_t count = 0;
+    std::size_t i = 0;
+    while (i < s.size()) {
+        if (s.compare(i, from.size(), from) == 0) {
+            out += to;
+            i += from.size();
+            ++count;
+        } else {
+            out += s[i++];
+        }
+    }
+    s = out;
+    return count;
+}
+
+} // namespace
+
+TEST(kelString, ZeroCharacterCountsButDoesNotShow) {
+    kelString z(char(0));
+    EXPECT_EQ(1u, z.size());
+    EXPECT_STREQ("", z.c_str());
+    kelString copy(z); // copies go by c_str()
+    EXPECT_EQ(0u, copy.size());
+    kelString a("a");
+    a.append(char(0));
+    EXPECT_EQ(1u, a.size());
+    a += char(0);
+    EXPECT_EQ(2u, a.size());
+    EXPECT_TRUE(kelString().empty());
+    kelString fromNull(static_cast<char const*>(nullptr));
+    EXPECT_TRUE(fromNull.empty());
+}
+
+TEST(kelString, TrimOnlyTouchesTheGivenCharacter) {
+    kelString t("\t  x  ");
+    t.trim();
+    EXPECT_STREQ("\t  x", t.c_str()); // a leading tab stops trimLeft
+    kelString stars("**a*b**");
+    stars.trim('*');
+    EXPECT_STREQ("a*b", stars.c_str());
+    kelString only("    ");
+    only.trimRight();
+    EXPECT_TRUE(only.empty());
+    only = "xxx";
+    only.trimLeft('x');
+    EXPECT_TRUE(only.empty());
+    kelString none;
+    none.trim();
+    none.reverse();
+    none.makeUpper();
+    EXPECT_TRUE(none.empty());
+}
+
+TEST(kelString, ReverseAndCaseMapping) {
+    for (char const* text : {"a", "ab", "abc", "abcd", "Hello, World!"}) {
+        std::string const forward(text);
+        kelString s(text);
+        s.reverse();
+        EXPECT_EQ(std::string(forward.rbegin(), forward.rend()), s.c_str());
+    }
+    kelString mixed("Mixed Case 123 \xE9");
+    mixed.makeUpper();
+    EXPECT_STREQ("MIXED CASE 123 \xE9", mixed.c_str()); // the C locale leaves high bytes alone
+    mixed.makeLower();
+    EXPECT_STREQ("mixed case 123 \xE9", mixed.c_str());
+}
+
+TEST(kelString, PositionsOutOfRangeHaveNeutralResults) {
+    kelString ab("ab");
+    ab.insert(100, 'x');
+    EXPECT_STREQ("abx", ab.c_str());
+    ab.insert(0, "<");
+    ab.insert(1, kelString(">"));
+    EXPECT_STREQ("<>abx", ab.c_str());
+
+    kelString abc("abc");
+    abc.erase(1);
+    EXPECT_STREQ("ac", abc.c_str());
+    abc = "abc";
+    abc.erase(5);
+    abc.erase(3, 1);
+    EXPECT_STREQ("abc", abc.c_str());
+    abc.erase(1, 100);
+    EXPECT_STREQ("a", abc.c_str());
+
+    kelString abcde("abcde");
+    EXPECT_STREQ("cde", abcde.subString(2, 100).c_str());
+    EXPECT_STREQ("", abcde.subString(5, 1).c_str());
+    EXPECT_STREQ("ab", abcde.subString(2).c_str()); // the first count characters
+    EXPECT_STREQ("abc", abcde.subStringLeft(3).c_str());
+    EXPECT_STREQ("de", abcde.subStringRight(2).c_str());
+    EXPECT_STREQ("abcde", abcde.subStringRight(5).c_str());
+    EXPECT_STREQ("", abcde.subStringRight(0).c_str());
+    EXPECT_STREQ("", abcde.subStringRight(6).c_str()); // wraps past the end
+    EXPECT_STREQ("", abcde.subStringRight(0xFFFFFFFFu).c_str());
+}
+
+TEST(kelString, FindReportsFirstMatchAndKeepsOutputOnFailure) {
+    kelString abc("abcabc");
+    UInt32 pos = 77;
+    EXPECT_TRUE(abc.find("bc", pos));
+    EXPECT_EQ(1u, pos);
+    EXPECT_TRUE(abc.find(kelString("bc"), 2, pos));
+    EXPECT_EQ(4u, pos);
+    EXPECT_TRUE(abc.find('c', 3, pos));
+    EXPECT_EQ(5u, pos);
+    pos = 77;
+    EXPECT_FALSE(abc.find("x", pos));
+    EXPECT_FALSE(abc.find('a', 4, pos));
+    EXPECT_FALSE(abc.find("abc", 0xFFFFFFFFu, pos));
+    EXPECT_EQ(77u, pos);
+
+    kelString three("abc");
+    EXPECT_TRUE(three.find("", 3, pos));
+    EXPECT_EQ(3u, pos);
+    pos = 9;
+    EXPECT_FALSE(three.find("", 4, pos));
+    EXPECT_EQ(9u, pos);
+    EXPECT_TRUE(three.find(char(0), 2, pos)); // the 0 byte is the empty text
+    EXPECT_EQ(2u, pos);
+    EXPECT_TRUE(three.find("", pos));
+    EXPECT_EQ(0u, pos);
+}
+
+TEST(kelString, ReplaceCountsNonOverlappingOccurrences) {
+    kelString s("aXa");
+    EXPECT_EQ(2u, s.replace("a", "aa"));
+    EXPECT_STREQ("aaXaa", s.c_str());
+    s = "aaa";
+    EXPECT_EQ(1u, s.replace("aa", "b"));
+    EXPECT_STREQ("ba", s.c_str());
+    EXPECT_EQ(0u, s.replace("", "z"));
+    EXPECT_EQ(0u, s.replace(char(0), 'z'));
+    s = "a-b-c";
+    EXPECT_EQ(2u, s.replace('-', char(0)));
+    EXPECT_STREQ("abc", s.c_str());
+
+    s = "abc";
+    EXPECT_EQ(0u, s.replace(1, 1, "Z"));
+    EXPECT_STREQ("aZc", s.c_str());
+    EXPECT_EQ(1u, s.replace(1, 1, kelString("YZ")));
+    EXPECT_STREQ("aYZc", s.c_str());
+    EXPECT_EQ(0u, s.replace(4, 1, "tail"));
+    EXPECT_STREQ("aYZc", s.c_str());
+
+    // Against the reference over many generated texts and patterns.
+    std::mt19937 rng(20261123);
+    for (int round = 0; round < 3000; ++round) {
+        std::string text = randomText(rng, "ab", 12);
+        std::string const from = randomText(rng, "ab", 3);
+        std::string const to = randomText(rng, "abc", 3);
+        kelString k(text.c_str());
+        UInt32 const got = k.replace(from.c_str(), to.c_str());
+        std::size_t const want = referenceReplace(text, from, to);
+        ASSERT_EQ(want, got) << text << " / " << from << " -> " << to;
+        ASSERT_EQ(text, k.c_str());
+    }
+}
+
+TEST(kelString, ConcatenationChangesTheLeftOperand) {
+    kelString a("a");
+    kelString b("b");
+    kelString r = a + b;
+    EXPECT_STREQ("ab", r.c_str());
+    EXPECT_STREQ("ab", a.c_str());
+    r = a + "c" + 'd'; // the second + changes the copy that the first returned
+    EXPECT_STREQ("abc", a.c_str());
+    EXPECT_STREQ("abcd", r.c_str());
+    a += b;
+    a += "!";
+    EXPECT_STREQ("abcb!", a.c_str());
+    kelString& alias = a;
+    a = alias;
+    EXPECT_STREQ("abcb!", a.c_str());
+    a = a.c_str() + 2;
+    EXPECT_STREQ("cb!", a.c_str());
+    a = 'q';
+    EXPECT_STREQ("q", a.c_str());
+}
+
+TEST(kelString, ComparisonIsUnsignedByteOrder) {
+    std::mt19937 rng(7);
+    for (int round = 0; round < 2000; ++round) {
+        std::string const x = randomText(rng, "aAb\x7F\x80\xFF", 4);
+        std::string const y = randomText(rng, "aAb\x7F\x80\xFF", 4);
+        int const want = x.compare(y); // char_traits<char> compares as unsigned char
+        kelString const kx(x.c_str()), ky(y.c_str());
+        ASSERT_EQ(want == 0, kx == ky);
+        ASSERT_EQ(want != 0, kx != y.c_str());
+        ASSERT_EQ(want < 0, kx < ky);
+        ASSERT_EQ(want <= 0, kx <= y.c_str());
+        ASSERT_EQ(want > 0, kx > ky);
+        ASSERT_EQ(want >= 0, kx >= ky);
+    }
+    EXPECT_TRUE(kelString("a") == 'a');
+    EXPECT_TRUE(kelString("") == char(0));
+    EXPECT_TRUE(kelString("ab") > 'a');
+    EXPECT_TRUE(kelString("A") < "a");
+}
+
+TEST(kelString, HashIsTheProductOfSignedCharacters) {
+    EXPECT_EQ(0u, kelString().getHashCode());
+    EXPECT_EQ(941094u, kelString("abc").getHashCode());
+    EXPECT_EQ(941094u, kelString("cba").getHashCode());
+    EXPECT_EQ(static_cast<UInt32>(-1), kelString("\xFF").getHashCode());
+    // 0x80 is -128: (-128)^5 = -2^35, which is 0 modulo 2^32.
+    EXPECT_EQ(0u, kelString("\x80\x80\x80\x80\x80").getHashCode());
+    std::mt19937 rng(11);
+    for (int round = 0; round < 500; ++round) {
+        std::string const s = randomText(rng, "az\x01\x7F\x80\xC3\xFF", 40);
+        std::int64_t want = s.empty() ? 0 : 1;
+        for (unsigned char c : s) {
+            std::int64_t const signedByte = c < 128 ? c : static_cast<int>(c) - 256;
+            want = static_cast<std::int64_t>(static_cast<std::uint32_t>(want * signedByte));
+        }
+        ASSERT_EQ(static_cast<std::uint32_t>(want), kelString(s.c_str()).getHashCode());
+    }
+}
+
+TEST(kelString, StaticHelpers) {
+    EXPECT_EQ(0u, kelString::size(nullptr));
+    EXPECT_EQ(3u, kelString::size("abc"));
+    EXPECT_TRUE(kelString::equals(nullptr, nullptr));
+    EXPECT_FALSE(kelString::equals(nullptr, ""));
+    EXPECT_FALSE(kelString::equals("", nullptr));
+    EXPECT_TRUE(kelString::equals("same", "same"));
+    EXPECT_FALSE(kelString::equals("same", "Same"));
+    EXPECT_FALSE(kelString::equals("abc", "abcd"));
+
+    char const unterminated[4] = {'w', 'x', 'y', 'z'};
+    EXPECT_STREQ("wxy", kelString::extractString(unterminated, 3).c_str());
+    EXPECT_STREQ("wxyz", kelString::extractString(unterminated, 4).c_str());
+    EXPECT_STREQ("ab", kelString::extractString("ab\0cd", 5).c_str());
+    EXPECT_TRUE(kelString::extractString(nullptr, 5).empty());
+    EXPECT_TRUE(kelString::extractString("abc", 0).empty());
+}
