@@ -26,5 +26,7 @@ install(FILES ${PROJECT_BINARY_DIR}/kelcoreConfig.cmake
               ${PROJECT_BINARY_DIR}/kelcoreConfigVersion.cmake
         DESTINATION ${KELCORE_CMAKE_DIR})
 
+file(RELATIVE_PATH KELCORE_PC_TO_PREFIX
+     ${CMAKE_INSTALL_PREFIX}/${CMAKE_INSTALL_LIBDIR}/pkgconfig ${CMAKE_INSTALL_PREFIX})
 configure_file(${PROJECT_SOURCE_DIR}/cmake/kelcore.pc.in ${PROJECT_BINARY_DIR}/kelcore.pc @ONLY)
 install(FILES ${PROJECT_BINARY_DIR}/kelcore.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)

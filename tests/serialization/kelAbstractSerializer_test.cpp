@@ -5,9 +5,7 @@
 
 #include <gtest/gtest.h>
 
-#include <cmath>
 #include <cstring>
-#include <limits>
 #include <random>
 
 using namespace KELKIT;
@@ -81,38 +79,21 @@ TEST(kelAbstractSerializer, ArrayByteCountsDoNotWrap) {
     EXPECT_EQ(16u, s.getRemainingSize());
 }
 
-TEST(kelAbstractSerializer, UnalignedMixAndNaNBitsRoundTrip) {
+TEST(kelAbstractSerializer, UnalignedMixRoundTrips) {
     kelBinarySerializer s;
     s.serialize(static_cast<UInt32>(0xCAFEF00D));
     s.serialize(3.25);
     s.serialize('z');
-    EXPECT_EQ(13u, s.getSize());
-    float const nan = std::numeric_limits<float>::quiet_NaN();
-    UInt32 nanBits;
-    std::memcpy(&nanBits, &nan, 4);
-    nanBits |= 0x12345u; // a payload that must survive
-    float payloadNaN;
-    std::memcpy(&payloadNaN, &nanBits, 4);
-    s.serialize(payloadNaN);
-    s.serialize(-std::numeric_limits<double>::infinity());
-
+    EXPECT_EQ(13u, s.getSize()); // no padding before the double
     UInt32 u = 0;
     Float64 d = 0;
     SInt8 c = 0;
-    Float32 f = 0;
-    Float64 inf = 0;
     s.deserialize(u);
     s.deserialize(d);
     s.deserialize(c);
-    s.deserialize(f);
-    s.deserialize(inf);
     EXPECT_EQ(0xCAFEF00Du, u);
     EXPECT_EQ(3.25, d);
     EXPECT_EQ('z', c);
-    UInt32 back;
-    std::memcpy(&back, &f, 4);
-    EXPECT_EQ(nanBits, back);
-    EXPECT_TRUE(std::isinf(inf) && inf < 0);
 }
 
 TEST(kelAbstractSerializer, BoolIsReadBackAsTheStoredByte) {
@@ -125,87 +106,67 @@ TEST(kelAbstractSerializer, BoolIsReadBackAsTheStoredByte) {
     EXPECT_EQ(0x02, asByte);
 }
 
+namespace {
+
+// Every type, written from raw bits (NaNs with payloads included) and checked bit for bit.
+template <typename T>
+void writeBits(kelISerializer& s, WireBytes& want, std::uint64_t bits) {
+    T value;
+    std::memcpy(&value, &bits, sizeof(T));
+    s.serialize(value);
+    want.le(bits, sizeof(T));
+}
+
+template <typename T>
+std::uint64_t readBits(kelISerializer& s) {
+    T value;
+    s.deserialize(value);
+    std::uint64_t bits = 0;
+    std::memcpy(&bits, &value, sizeof(T));
+    return bits;
+}
+
+template <>
+void writeBits<bool>(kelISerializer& s, WireBytes& want, std::uint64_t bits) {
+    s.serialize((bits & 1) != 0);
+    want.u8(bits & 1);
+}
+
+struct Kind {
+    void (*write)(kelISerializer&, WireBytes&, std::uint64_t);
+    std::uint64_t (*read)(kelISerializer&);
+    unsigned width;
+};
+
+#define KIND(T)                                                                                    \
+    { &writeBits<T>, &readBits<T>, sizeof(T) }
+Kind const KINDS[] = {KIND(Float64), KIND(Float32), KIND(SInt64), KIND(SInt32),
+                      KIND(SInt16),  KIND(SInt8),   KIND(UInt64), KIND(UInt32),
+                      KIND(UInt16),  KIND(UInt8),   KIND(bool)};
+#undef KIND
+
+} // namespace
+
 TEST(kelAbstractSerializer, RandomMixedSequenceMatchesTheOracle) {
     std::mt19937_64 rng(42);
     for (int round = 0; round < 50; ++round) {
         kelBinarySerializer s;
         s.setAllocationChunk(1 + static_cast<UInt32>(rng() % 64));
         WireBytes want;
-        std::vector<int> kinds;
-        std::vector<std::uint64_t> values;
+        std::vector<std::pair<Kind const*, std::uint64_t>> sequence;
         for (int i = 0; i < 200; ++i) {
-            int const kind = static_cast<int>(rng() % 6);
-            std::uint64_t const v = rng();
-            kinds.push_back(kind);
-            values.push_back(v);
-            switch (kind) {
-            case 0:
-                s.serialize(static_cast<UInt8>(v));
-                want.u8(static_cast<std::uint8_t>(v));
-                break;
-            case 1:
-                s.serialize(static_cast<SInt16>(v));
-                want.le(v, 2);
-                break;
-            case 2:
-                s.serialize(static_cast<UInt32>(v));
-                want.le(v, 4);
-                break;
-            case 3:
-                s.serialize(static_cast<SInt64>(v));
-                want.le(v, 8);
-                break;
-            case 4:
-                s.serialize(static_cast<Float64>(static_cast<double>(v)));
-                want.f64(static_cast<double>(v));
-                break;
-            default:
-                s.serialize((v & 1) != 0);
-                want.u8(v & 1);
-                break;
+            Kind const& kind = KINDS[rng() % (sizeof KINDS / sizeof KINDS[0])];
+            std::uint64_t bits = rng();
+            bits &= kind.width == 8 ? ~0ull : ((1ull << (8 * kind.width)) - 1);
+            if (kind.write == &writeBits<bool>) {
+                bits &= 1;
             }
+            kind.write(s, want, bits);
+            sequence.emplace_back(&kind, bits);
         }
         ASSERT_EQ(want.bytes(), written(s));
-        for (std::size_t i = 0; i < kinds.size(); ++i) {
-            std::uint64_t const v = values[i];
-            switch (kinds[i]) {
-            case 0: {
-                UInt8 x;
-                s.deserialize(x);
-                ASSERT_EQ(static_cast<UInt8>(v), x);
-                break;
-            }
-            case 1: {
-                SInt16 x;
-                s.deserialize(x);
-                ASSERT_EQ(static_cast<SInt16>(v), x);
-                break;
-            }
-            case 2: {
-                UInt32 x;
-                s.deserialize(x);
-                ASSERT_EQ(static_cast<UInt32>(v), x);
-                break;
-            }
-            case 3: {
-                SInt64 x;
-                s.deserialize(x);
-                ASSERT_EQ(static_cast<SInt64>(v), x);
-                break;
-            }
-            case 4: {
-                Float64 x;
-                s.deserialize(x);
-                ASSERT_EQ(static_cast<double>(v), x);
-                break;
-            }
-            default: {
-                bool x;
-                s.deserialize(x);
-                ASSERT_EQ((v & 1) != 0, x);
-                break;
-            }
-            }
+        for (auto const& [kind, bits] : sequence) {
+            ASSERT_EQ(bits, kind->read(s));
         }
         ASSERT_EQ(0u, s.getRemainingSize());
     }
