@@ -1,0 +1,7 @@
+#include <kelcore/frame/kelEventTypes.h>
+
+namespace KELKIT {
+
+KEL_ENUM_DEFINE(kelEventTypes, kelEventTypes, KEL_ROWS_kelEventTypes)
+
+} // namespace KELKIT

@@ -1,0 +1,3 @@
+#include <kelcore/frame/kelVariantFormat.h>
+
+KEL_ENUM_DEFINE(kelVariantFormat, kelVariantFormat, KEL_ROWS_kelVariantFormat)
