@@ -3,20 +3,43 @@
 
 // Everything the library exports, in one include.
 
+#include <kelcore/frame/DailyType.h>
+#include <kelcore/frame/RepetitiveType.h>
+#include <kelcore/frame/ScheduleType.h>
+#include <kelcore/frame/kelBaseEnum.h>
 #include <kelcore/frame/kelDefaultComparator.h>
+#include <kelcore/frame/kelDriveType.h>
+#include <kelcore/frame/kelEventTypes.h>
 #include <kelcore/frame/kelException.h>
 #include <kelcore/frame/kelExport.h>
+#include <kelcore/frame/kelFileAttributes.h>
+#include <kelcore/frame/kelFileOperationFlag.h>
+#include <kelcore/frame/kelFileOperationType.h>
+#include <kelcore/frame/kelFileSizeUnit.h>
+#include <kelcore/frame/kelGuid.h>
 #include <kelcore/frame/kelIComparator.h>
 #include <kelcore/frame/kelIHashable.h>
 #include <kelcore/frame/kelILockable.h>
 #include <kelcore/frame/kelIRunnable.h>
 #include <kelcore/frame/kelISortable.h>
+#include <kelcore/frame/kelMonth.h>
+#include <kelcore/frame/kelNumbers.h>
 #include <kelcore/frame/kelPoint.h>
+#include <kelcore/frame/kelRandom.h>
 #include <kelcore/frame/kelReverseComparator.h>
 #include <kelcore/frame/kelSize.h>
+#include <kelcore/frame/kelTaskState.h>
+#include <kelcore/frame/kelTimeUnit.h>
 #include <kelcore/frame/kelTypes.h>
+#include <kelcore/frame/kelVariantFormat.h>
+#include <kelcore/frame/kelVersion.h>
+#include <kelcore/frame/kelWeekDay.h>
 
 #include <kelcore/strings/kelString.h>
+#include <kelcore/strings/kelStringConverter.h>
+
+#include <kelcore/concurrency/kelCriticalSection.h>
+#include <kelcore/concurrency/kelMutex.h>
 
 #include <kelcore/serialization/kelAbstractSerializer.h>
 #include <kelcore/serialization/kelBinarySerializer.h>

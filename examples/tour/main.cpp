@@ -78,6 +78,53 @@ void failure() {
     std::printf("the text is still [%s]\n", victim.c_str());
 }
 
+void conversions() {
+    section("Conversions");
+    std::printf("toString(3.14159265):  %s (six significant digits)\n",
+                kelStringConverter::toString(3.14159265).c_str());
+    std::printf("toUInt32(\"42abc\"):     %u (the leading number counts)\n",
+                static_cast<unsigned>(kelStringConverter::toUInt32("42abc")));
+    std::printf("toHex(UInt16 0xBEEF):  %s\n",
+                kelStringConverter::toHex(static_cast<UInt16>(0xBEEF)).c_str());
+}
+
+void identities() {
+    section("Enumerations and identity values");
+    kelMonth month(kelMonth::December);
+    month.next();
+    std::printf("the month after December: %s\n", month.toString());
+    ScheduleType type;
+    type = "Montly";
+    std::printf("ScheduleType \"Montly\" has the value %d\n", type.getValue());
+    kelVersion version(2, 0, 0, 437);
+    std::printf("version %s; with Trim, 2.1.0.0 prints as %s\n", version.toString().c_str(),
+                kelVersion(2, 1, 0, 0).toString().c_str());
+    kelGuid guid;
+    std::printf("a fresh identifier: %s\n", guid.toString().c_str());
+    std::printf("sequence numbers: %llu, %llu\n", kelNumbers::getInstance().getNextSequenceNumber(),
+                kelNumbers::getInstance().getNextSequenceNumber());
+}
+
+void locks() {
+    section("Locks");
+    kelCriticalSection lock;
+    lock.enter();
+    lock.enter(); // re-entrant: the holder may enter again
+    lock.leave();
+    lock.leave();
+    std::printf("entered a critical section twice and left it twice\n");
+    std::printf("named mutex \"kelcore-tour\" exists before: %s\n",
+                kelMutex::exist("kelcore-tour") ? "yes" : "no");
+    {
+        kelMutex named("kelcore-tour");
+        named.reserve();
+        std::printf("while one object holds it, it exists: %s\n",
+                    kelMutex::exist("kelcore-tour") ? "yes" : "no");
+        named.release();
+    }
+    std::printf("after the last object went: %s\n", kelMutex::exist("kelcore-tour") ? "yes" : "no");
+}
+
 } // namespace
 
 int main() {
@@ -85,5 +132,8 @@ int main() {
     text();
     serialization();
     failure();
+    conversions();
+    identities();
+    locks();
     return 0;
 }

@@ -95,7 +95,7 @@ bool isRetired(int fd) {
 
 struct SystemMutex {
     pthread_mutex_t* mutex = nullptr;
-    // Reserves minus releases by the threads of this process.
+    // Reserves minus releases by the threads of this process; only one holds at a time.
     std::atomic<long> heldHere{0};
     // Named only.
     std::string objectName;
@@ -135,6 +135,25 @@ void closeConnection(SystemMutex* mutex) {
     delete mutex;
 }
 
+// Whether a thread of this process that is still alive holds the lock (it reserved more often
+// than it released before the last object of the name went).
+bool heldByLiveThreadHere(SystemMutex& mutex) {
+    if (mutex.heldHere.load() <= 0) {
+        return false;
+    }
+    int const status = pthread_mutex_trylock(mutex.mutex);
+    if (status == EOWNERDEAD) { // the holder was ours and has ended
+        pthread_mutex_consistent(mutex.mutex);
+        pthread_mutex_unlock(mutex.mutex);
+        return false;
+    }
+    if (status == 0) { // re-entered: this very thread holds it
+        pthread_mutex_unlock(mutex.mutex);
+        return true;
+    }
+    return status == EBUSY;
+}
+
 void disconnect(SystemMutex* mutex) {
     {
         std::lock_guard<std::mutex> guard(registryLock());
@@ -143,10 +162,9 @@ void disconnect(SystemMutex* mutex) {
             registry().erase(entry);
         }
     }
-    if (mutex->heldHere.load() > 0) {
-        // A thread of this process still holds the lock (it reserved more often than it
-        // released). Unmapping would leave that thread's list of held robust mutexes pointing
-        // into nothing, so the connection stays, and the name lives, until the process ends.
+    if (heldByLiveThreadHere(*mutex)) {
+        // Unmapping would leave that thread's list of held robust mutexes pointing into
+        // nothing, so the connection stays, and the name lives, until the process ends.
         return;
     }
     if (setRangeLock(mutex->fd, F_WRLCK, kGateByte, true) &&
@@ -237,7 +255,9 @@ void reserveSystemMutex(SystemMutex& mutex) {
     int status = pthread_mutex_lock(mutex.mutex);
     if (status == EOWNERDEAD) {
         // The holder died: the lock is ours, as an abandoned mutex is on Windows.
+        // What the dead holder counted is void.
         pthread_mutex_consistent(mutex.mutex);
+        mutex.heldHere = 0;
         status = 0;
     }
     if (status == 0) {
