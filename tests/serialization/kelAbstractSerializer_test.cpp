@@ -1,12 +1,18 @@
 #include <kelcore/frame/kelException.h>
 #include <kelcore/serialization/kelBinarySerializer.h>
+#include <kelcore/serialization/kelFileSerializer.h>
 
 #include "support/kelWireBytes.h"
 
 #include <gtest/gtest.h>
 
 #include <cstring>
+#include <filesystem>
+#include <fstream>
+#include <functional>
+#include <iterator>
 #include <random>
+#include <string>
 
 using namespace KELKIT;
 using kelTest::bytesOf;
@@ -145,29 +151,49 @@ Kind const KINDS[] = {KIND(Float64), KIND(Float32), KIND(SInt64), KIND(SInt32),
                       KIND(UInt16),  KIND(UInt8),   KIND(bool)};
 #undef KIND
 
+// Writes a random mix of every type, compares the bytes with the oracle and reads it back.
+void checkRandomMix(kelISerializer& s, std::function<std::vector<unsigned char>()> const& bytes,
+                    std::mt19937_64& rng) {
+    WireBytes want;
+    std::vector<std::pair<Kind const*, std::uint64_t>> sequence;
+    for (int i = 0; i < 200; ++i) {
+        Kind const& kind = KINDS[rng() % (sizeof KINDS / sizeof KINDS[0])];
+        std::uint64_t bits = rng();
+        bits &= kind.width == 8 ? ~0ull : ((1ull << (8 * kind.width)) - 1);
+        if (kind.write == &writeBits<bool>) {
+            bits &= 1;
+        }
+        kind.write(s, want, bits);
+        sequence.emplace_back(&kind, bits);
+    }
+    ASSERT_EQ(want.bytes(), bytes());
+    for (auto const& [kind, bits] : sequence) {
+        ASSERT_EQ(bits, kind->read(s));
+    }
+    ASSERT_EQ(0u, s.getRemainingSize());
+}
+
 } // namespace
 
 TEST(kelAbstractSerializer, RandomMixedSequenceMatchesTheOracle) {
     std::mt19937_64 rng(42);
+    std::string const path =
+        (std::filesystem::temp_directory_path() / "kelcore-random-mix.bin").string();
     for (int round = 0; round < 50; ++round) {
-        kelBinarySerializer s;
-        s.setAllocationChunk(1 + static_cast<UInt32>(rng() % 64));
-        WireBytes want;
-        std::vector<std::pair<Kind const*, std::uint64_t>> sequence;
-        for (int i = 0; i < 200; ++i) {
-            Kind const& kind = KINDS[rng() % (sizeof KINDS / sizeof KINDS[0])];
-            std::uint64_t bits = rng();
-            bits &= kind.width == 8 ? ~0ull : ((1ull << (8 * kind.width)) - 1);
-            if (kind.write == &writeBits<bool>) {
-                bits &= 1;
-            }
-            kind.write(s, want, bits);
-            sequence.emplace_back(&kind, bits);
-        }
-        ASSERT_EQ(want.bytes(), written(s));
-        for (auto const& [kind, bits] : sequence) {
-            ASSERT_EQ(bits, kind->read(s));
-        }
-        ASSERT_EQ(0u, s.getRemainingSize());
+        kelBinarySerializer binary;
+        binary.setAllocationChunk(1 + static_cast<UInt32>(rng() % 64));
+        checkRandomMix(
+            binary, [&] { return written(binary); }, rng);
+
+        kelFileSerializer file(path.c_str(), kelFileSerializer::FileMode::ReadAndWrite);
+        checkRandomMix(
+            file,
+            [&] {
+                file.flushFile();
+                std::ifstream in(path, std::ios::binary);
+                return std::vector<unsigned char>(std::istreambuf_iterator<char>(in), {});
+            },
+            rng);
     }
+    std::filesystem::remove(path);
 }

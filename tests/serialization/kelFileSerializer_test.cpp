@@ -1,0 +1,139 @@
+#include <kelcore/frame/kelException.h>
+#include <kelcore/serialization/kelFileSerializer.h>
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <string>
+#include <vector>
+
+using namespace KELKIT;
+namespace fs = std::filesystem;
+using Mode = kelFileSerializer::FileMode;
+
+namespace {
+
+struct ScratchFile {
+    explicit ScratchFile(char const* name) : path((fs::temp_directory_path() / name).string()) {
+        fs::remove(path);
+    }
+    ~ScratchFile() { fs::remove(path); }
+    std::vector<unsigned char> bytes() const {
+        std::ifstream in(path, std::ios::binary);
+        return std::vector<unsigned char>(std::istreambuf_iterator<char>(in), {});
+    }
+    std::string const path;
+};
+
+// The description and unit of the exception that the call raises.
+template <class Call>
+std::string thrownBy(Call call) {
+    try {
+        call();
+    } catch (kelException const& e) {
+        return std::string(e.getDescription()) + " @" + e.getSourceFile();
+    }
+    return "nothing thrown";
+}
+
+} // namespace
+
+TEST(kelFileSerializer, EachDirectionKeepsItsOwnPosition) {
+    ScratchFile file("kelcore-file-directions.bin");
+    kelFileSerializer s(file.path.c_str(), Mode::ReadAndWrite);
+    s.serialize(static_cast<UInt32>(0x04030201));
+    s.serialize(static_cast<UInt64>(0x0C0B0A0908070605ull));
+    UInt32 first = 0;
+    s.deserialize(first); // seeks to the read position 0
+    EXPECT_EQ(0x04030201u, first);
+    s.serialize(static_cast<UInt32>(0x100F0E0D)); // seeks back to the write position 12
+    UInt64 second = 0;
+    s.deserialize(second); // seeks to the read position 4
+    EXPECT_EQ(0x0C0B0A0908070605ull, second);
+    EXPECT_EQ(16u, s.getSize());
+    EXPECT_EQ(4u, s.getRemainingSize());
+    s.flushFile();
+    std::vector<unsigned char> want;
+    for (unsigned char b = 1; b <= 16; ++b) {
+        want.push_back(b);
+    }
+    EXPECT_EQ(want, file.bytes());
+
+    // Short reads are no error: the position counts what came, the rest stays.
+    UInt8 tail[8] = {0xEE, 0xEE, 0xEE, 0xEE, 0xEE, 0xEE, 0xEE, 0xEE};
+    s.deserialize(tail, 8);
+    EXPECT_EQ(13, tail[0]);
+    EXPECT_EQ(0xEE, tail[4]);
+    EXPECT_EQ(0u, s.getRemainingSize());
+}
+
+TEST(kelFileSerializer, ModesOpeningAndTheirFailures) {
+    ScratchFile file("kelcore-file-modes.bin");
+    EXPECT_EQ("Unable to create file for serializer @kelFileSerializer.cpp",
+              thrownBy([&] { kelFileSerializer(file.path.c_str(), Mode::Read); }));
+    EXPECT_EQ("Unsupported file mode @kelFileSerializer.cpp",
+              thrownBy([&] { kelFileSerializer(file.path.c_str(), Mode()); }));
+    {
+        kelFileSerializer writer(file.path.c_str(), Mode::Write);
+        writer.serialize(static_cast<UInt16>(0xBEEF));
+        UInt8 byte = 0;
+        EXPECT_EQ("Operation not allowed on serializer @kelFileSerializer.cpp",
+                  thrownBy([&] { writer.deserialize(byte); }));
+    }
+    EXPECT_EQ((std::vector<unsigned char>{0xEF, 0xBE}), file.bytes());
+
+    kelFileSerializer reader(file.path.c_str(), Mode::Read);
+    EXPECT_EQ("Operation not allowed on serializer @kelFileSerializer.cpp",
+              thrownBy([&] { reader.serialize(true); }));
+    unsigned char const data[1] = {1};
+    EXPECT_EQ("Operation not allowed on serializer @kelFileSerializer.cpp",
+              thrownBy([&] { reader.loadData(data, 1); }));
+    EXPECT_EQ("nothing thrown", thrownBy([&] { reader.loadData(data, 0); }));
+    UInt16 value = 0;
+    reader.deserialize(value);
+    EXPECT_EQ(0xBEEF, value);
+
+    reader.closeFile();
+    reader.closeFile();
+    reader.flushFile();
+    EXPECT_EQ(0u, reader.getSize());
+    EXPECT_EQ(0u - 2u, reader.getRemainingSize());
+    EXPECT_EQ("Operation not allowed on serializer @kelFileSerializer.cpp",
+              thrownBy([&] { reader.deserialize(value); }));
+    reader.clearData(); // opens again from the start
+    EXPECT_EQ(2u, reader.getRemainingSize());
+
+    kelFileSerializer emptied(file.path.c_str(), Mode::Write);
+    EXPECT_EQ(0u, emptied.getSize());
+    EXPECT_TRUE(file.bytes().empty());
+}
+
+TEST(kelFileSerializer, CopiesShareOneStreamClosedOnce) {
+    ScratchFile file("kelcore-file-copies.bin");
+    {
+        auto original = std::make_unique<kelFileSerializer>(file.path.c_str(), Mode::Write);
+        original->serialize(static_cast<UInt8>(1));
+        kelFileSerializer copy(*original);
+        kelFileSerializer assigned(file.path.c_str(), Mode::ReadAndWrite);
+        assigned = copy; // lets go of its own stream
+        original.reset();
+        copy.serialize(static_cast<UInt8>(2)); // positions were copied: it writes at offset 1
+        EXPECT_STREQ(file.path.c_str(), assigned.getFilePath());
+    }
+    EXPECT_EQ((std::vector<unsigned char>{1, 2}), file.bytes());
+
+    // Paths use the backslash on every platform.
+    std::string backslashed = file.path;
+    for (char& c : backslashed) {
+        if (c == '/') {
+            c = '\\';
+        }
+    }
+    {
+        kelFileSerializer viaBackslashes(backslashed.c_str(), Mode::Write);
+        viaBackslashes.serialize(static_cast<UInt8>(7));
+    }
+    EXPECT_EQ((std::vector<unsigned char>{7}), file.bytes());
+}
