@@ -27,6 +27,9 @@ namespace KELKIT {
 // Writing goes through the same conversion in reverse, which normalises out-of-range fields into
 // their neighbours (month 13 is January of the next year, day 0 the last day of the previous
 // month). A write whose result falls outside the span leaves the time as it was, silently.
+// Within hours of either end, where the local date is still 1969 or already 3001, the Windows
+// runtime also refuses to convert back (so isValid() is false there and such writes are
+// refused); elsewhere both platforms agree.
 class KELCORE_API kelTime : public virtual kelISerializable {
 public:
     struct TIME_DATA {
