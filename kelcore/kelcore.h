@@ -18,6 +18,9 @@
 
 #include <kelcore/strings/kelString.h>
 
+#include <kelcore/containers/kelList.h>
+#include <kelcore/containers/kelLists.h>
+
 #include <kelcore/serialization/kelAbstractSerializer.h>
 #include <kelcore/serialization/kelBinarySerializer.h>
 #include <kelcore/serialization/kelISerializable.h>
