@@ -17,6 +17,8 @@
 #include <kelcore/frame/kelTypes.h>
 
 #include <kelcore/strings/kelString.h>
+#include <kelcore/strings/kelStringTokenizer.h>
+#include <kelcore/strings/kelStringXmlTokenizer.h>
 
 #include <kelcore/containers/kelList.h>
 #include <kelcore/containers/kelLists.h>

@@ -70,15 +70,12 @@ public:
     // Inserts other before index, 0 being the front; true when the list grew, and true for an
     // empty other whatever the index.
     virtual bool add(kelList const& other, INDEX index);
-    virtual bool add(T const& value) {
-        mItems->push_back(value);
-        return true;
-    }
+    virtual bool add(T const& value);
     // Index 0 appends (unlike the list form); 1 to size() inserts before that position.
     virtual bool add(T const& value, INDEX index);
     // Unchecked: the caller keeps the index below size().
-    virtual T& get(INDEX index) { return (*mItems)[index]; }
-    virtual T const& get(INDEX index) const { return (*mItems)[index]; }
+    virtual T& get(INDEX index);
+    virtual T const& get(INDEX index) const;
     // Clears out, then copies up to count elements from start; a start at or beyond size()
     // gives an empty out and true.
     virtual bool subList(kelList& out, INDEX start, UInt32 count) const;
@@ -98,8 +95,8 @@ public:
     virtual INDEX getMaxIndex(kelIComparator const& comparator) const;
     virtual void getMinMaxIndex(kelIComparator const& comparator, INDEX& minIndex,
                                 INDEX& maxIndex) const;
-    virtual T& operator[](UInt32 index) { return get(index); }
-    virtual T const& operator[](UInt32 index) const { return get(index); }
+    virtual T& operator[](UInt32 index);
+    virtual T const& operator[](UInt32 index) const;
     // By the element's own <; pointers by address, NaNs last.
     virtual void sort();
 
@@ -275,6 +272,32 @@ bool kelList<T>::add(kelList const& other, INDEX index) {
         insertItems(index, other.mItems->data(), other.mItems->data() + other.mItems->size());
     }
     return true;
+}
+
+template <typename T>
+bool kelList<T>::add(T const& value) {
+    mItems->push_back(value);
+    return true;
+}
+
+template <typename T>
+T& kelList<T>::get(INDEX index) {
+    return (*mItems)[index];
+}
+
+template <typename T>
+T const& kelList<T>::get(INDEX index) const {
+    return (*mItems)[index];
+}
+
+template <typename T>
+T& kelList<T>::operator[](UInt32 index) {
+    return get(index);
+}
+
+template <typename T>
+T const& kelList<T>::operator[](UInt32 index) const {
+    return get(index);
 }
 
 template <typename T>
