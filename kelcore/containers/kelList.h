@@ -126,6 +126,41 @@ private:
     std::unique_ptr<std::vector<T>> mItems;
 };
 
+// The accessors are inline so that a caller's loop over add() or get() compiles like one over a
+// vector. A Windows DLL exports no inline member of its instantiations, while a caller's derived
+// list refers to them from its vtable, so there they stay out of line.
+#if defined(_WIN32)
+#define KEL_LIST_HOT
+#else
+#define KEL_LIST_HOT inline
+#endif
+
+template <typename T>
+KEL_LIST_HOT bool kelList<T>::add(T const& value) {
+    mItems->push_back(value);
+    return true;
+}
+
+template <typename T>
+KEL_LIST_HOT T& kelList<T>::get(INDEX index) {
+    return (*mItems)[index];
+}
+
+template <typename T>
+KEL_LIST_HOT T const& kelList<T>::get(INDEX index) const {
+    return (*mItems)[index];
+}
+
+template <typename T>
+KEL_LIST_HOT T& kelList<T>::operator[](UInt32 index) {
+    return get(index);
+}
+
+template <typename T>
+KEL_LIST_HOT T const& kelList<T>::operator[](UInt32 index) const {
+    return get(index);
+}
+
 template <typename T>
 kelList<T>::kelList(kelList const& other) : kelISortable(other), mItems(new std::vector<T>()) {
     add(other);
@@ -158,18 +193,8 @@ void kelList<T>::sort() {
     if constexpr (std::is_floating_point<T>::value) {
         // NaN is unordered; putting it last keeps the order strict for std::sort.
         std::sort(items.begin(), items.end(), [](T a, T b) { return b != b ? a == a : a < b; });
-    } else if constexpr (std::is_trivially_copyable<T>::value) {
-        std::sort(items.begin(), items.end(), std::less<T>());
     } else {
-        // Costly copies: sort addresses, then copy each element once.
-        std::vector<void const*> order(items.size());
-        for (std::size_t i = 0; i < items.size(); ++i) {
-            order[i] = &items[i];
-        }
-        std::sort(order.begin(), order.end(), [](void const* a, void const* b) {
-            return *static_cast<T const*>(a) < *static_cast<T const*>(b);
-        });
-        reorder(order);
+        std::sort(items.begin(), items.end(), std::less<T>());
     }
 }
 
@@ -272,32 +297,6 @@ bool kelList<T>::add(kelList const& other, INDEX index) {
         insertItems(index, other.mItems->data(), other.mItems->data() + other.mItems->size());
     }
     return true;
-}
-
-template <typename T>
-bool kelList<T>::add(T const& value) {
-    mItems->push_back(value);
-    return true;
-}
-
-template <typename T>
-T& kelList<T>::get(INDEX index) {
-    return (*mItems)[index];
-}
-
-template <typename T>
-T const& kelList<T>::get(INDEX index) const {
-    return (*mItems)[index];
-}
-
-template <typename T>
-T& kelList<T>::operator[](UInt32 index) {
-    return get(index);
-}
-
-template <typename T>
-T const& kelList<T>::operator[](UInt32 index) const {
-    return get(index);
 }
 
 template <typename T>
