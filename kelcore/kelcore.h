@@ -37,6 +37,11 @@
 
 #include <kelcore/strings/kelString.h>
 #include <kelcore/strings/kelStringConverter.h>
+#include <kelcore/strings/kelStringTokenizer.h>
+#include <kelcore/strings/kelStringXmlTokenizer.h>
+
+#include <kelcore/containers/kelList.h>
+#include <kelcore/containers/kelLists.h>
 
 #include <kelcore/concurrency/kelCriticalSection.h>
 #include <kelcore/concurrency/kelMutex.h>

@@ -1,0 +1,10 @@
+#include <kelcore/containers/kelLists.h>
+
+namespace KELKIT {
+
+KEL_LIST_ELEMENT_TYPES(KEL_LIST_INSTANTIATE)
+
+#define KEL_LIST_DEFINE_ROW(L, T) KEL_LIST_DEFINE(L)
+KEL_LIST_CLASSES(KEL_LIST_DEFINE_ROW)
+
+} // namespace KELKIT
