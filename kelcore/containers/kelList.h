@@ -50,7 +50,8 @@ public:
 
     // Virtual operations, in the order of their slots.
 
-    // Unstable; compare() receives the addresses of the elements as stored.
+    // compare() receives the addresses of the elements as stored; the order of equal elements
+    // is not promised.
     void sort(kelIComparator const& comparator) override;
     virtual void clear();
     // Removes the first occurrence only.
