@@ -11,4 +11,12 @@ if [ ! -f "$WINEPREFIX/system.reg" ]; then
 fi
 cmake --preset mingw
 cmake --build --preset mingw
+# One persistent server for the whole run: test processes started side by side would otherwise
+# race to launch it. Its background services start here, detached from our output, because a
+# service started by the first test would hold that test's output pipe open and stall CTest.
+/usr/lib/wine/wineserver -k 2>/dev/null || true
+/usr/lib/wine/wineserver -w
+/usr/lib/wine/wineserver -p
+trap '/usr/lib/wine/wineserver -k 2>/dev/null || true' EXIT
+/usr/lib/wine/wine64 wineboot </dev/null >/dev/null 2>&1
 ctest --preset mingw -j "$(nproc)"
