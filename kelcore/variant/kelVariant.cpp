@@ -199,7 +199,7 @@ bool equalsInCapitals(char const* text, char const* word) {
 
 } // namespace
 
-kelVariant::kelVariant() : mFormat(kelVariantFormat::UInt8) {
+kelVariant::kelVariant() : mFormat(kelVariantFormat::UInt8), mKind(kelVariantFormat::UInt8) {
     mValue.bits = 0;
 }
 
@@ -224,17 +224,17 @@ KEL_VARIANT_VALUE_CONSTRUCTOR(bool const&)
 #undef KEL_VARIANT_VALUE_CONSTRUCTOR
 
 kelVariant::kelVariant(kelVariant const& other)
-    : kelISerializable(other), mFormat(kelVariantFormat::UInt8) {
+    : kelISerializable(other), mFormat(kelVariantFormat::UInt8), mKind(kelVariantFormat::UInt8) {
     mValue.bits = 0;
     operator=(other);
 }
 
 kelVariant::~kelVariant() {
-    clear();
+    release();
 }
 
 bool kelVariant::getBool() const {
-    Format const format = mFormat;
+    Format const format = mKind;
     if (format == kelVariantFormat::String) {
         return kelStringConverter::toUInt8(*mValue.text) != 0;
     }
@@ -243,7 +243,7 @@ bool kelVariant::getBool() const {
 
 #define KEL_VARIANT_INTEGER_GETTER(T, NAME)                                                        \
     T kelVariant::get##NAME() const {                                                              \
-        Format const format = mFormat;                                                             \
+        Format const format = mKind;                                                               \
         if (format == kelVariantFormat::String) {                                                  \
             return kelStringConverter::to##NAME(*mValue.text);                                     \
         }                                                                                          \
@@ -260,7 +260,7 @@ KEL_VARIANT_INTEGER_GETTER(SInt64, SInt64)
 #undef KEL_VARIANT_INTEGER_GETTER
 
 Float32 kelVariant::getFloat32() const {
-    Format const format = mFormat;
+    Format const format = mKind;
     if (format == kelVariantFormat::String) {
         return kelStringConverter::toFloat32(*mValue.text);
     }
@@ -268,7 +268,7 @@ Float32 kelVariant::getFloat32() const {
 }
 
 Float64 kelVariant::getFloat64() const {
-    Format const format = mFormat;
+    Format const format = mKind;
     if (format == kelVariantFormat::String) {
         return kelStringConverter::toFloat64(*mValue.text);
     }
@@ -276,9 +276,9 @@ Float64 kelVariant::getFloat64() const {
 }
 
 kelString kelVariant::getString() const {
-    switch (groupOf(mFormat)) {
+    switch (groupOf(mKind)) {
     case Group::Unsigned:
-        if (mFormat == kelVariantFormat::Bool) {
+        if (mKind == kelVariantFormat::Bool) {
             return kelString(mValue.bits != 0 ? "true" : "false");
         }
         return kelStringConverter::toString(static_cast<unsigned long long>(mValue.bits));
@@ -296,7 +296,7 @@ kelString kelVariant::getString() const {
 }
 
 kelTime kelVariant::getTime() const {
-    Format const format = mFormat;
+    Format const format = mKind;
     if (format == kelVariantFormat::Time) {
         return *mValue.time;
     }
@@ -424,17 +424,17 @@ kelVariant& kelVariant::operator=(kelVariant const& other) {
     if (this == &other) {
         return *this;
     }
-    Format const format = other.mFormat;
+    Format const format = other.mKind;
     if (format == kelVariantFormat::String) {
         kelString* text = new kelString(*other.mValue.text);
-        clear();
+        release();
         mValue.text = text;
-        mFormat = format;
+        setKind(format);
     } else if (format == kelVariantFormat::Time) {
         kelTime* time = new kelTime(*other.mValue.time);
-        clear();
+        release();
         mValue.time = time;
-        mFormat = format;
+        setKind(format);
     } else {
         setCell(format, other.mValue.bits);
     }
@@ -460,7 +460,7 @@ bool kelVariant::roundTrip(char const* text, kelVariant* target) const {
     }
     kelVariant probe;
     probe.set(text);
-    switch (static_cast<Format>(mFormat)) {
+    switch (mKind) {
     case kelVariantFormat::Bool:
         probe.set(probe.getBool());
         break;
@@ -509,8 +509,8 @@ bool kelVariant::roundTrip(char const* text, kelVariant* target) const {
 }
 
 bool kelVariant::operator==(kelVariant const& other) const {
-    Format const mine = mFormat;
-    Format const theirs = other.mFormat;
+    Format const mine = mKind;
+    Format const theirs = other.mKind;
     if (mine == theirs) {
         if (mine == kelVariantFormat::String) {
             return *mValue.text == *other.mValue.text;
@@ -538,7 +538,7 @@ bool kelVariant::operator!=(kelVariant const& other) const {
 }
 
 void kelVariant::serializeTo(kelISerializer& serializer) const {
-    Format const format = mFormat;
+    Format const format = mKind;
     serializer.serialize(static_cast<UInt8>(format));
     if (format == kelVariantFormat::String) {
         mValue.text->serializeTo(serializer);
@@ -562,54 +562,64 @@ void kelVariant::deserializeFrom(kelISerializer& serializer) {
     } else if (format == kelVariantFormat::String) {
         std::unique_ptr<kelString> text(new kelString());
         text->deserializeFrom(serializer);
-        clear();
+        release();
         mValue.text = text.release();
-        mFormat = kelVariantFormat::String;
+        setKind(kelVariantFormat::String);
     } else if (format == kelVariantFormat::Time) {
         std::unique_ptr<kelTime> time(new kelTime(0ull));
         time->deserializeFrom(serializer);
-        clear();
+        release();
         mValue.time = time.release();
-        mFormat = kelVariantFormat::Time;
+        setKind(kelVariantFormat::Time);
     } else {
         clear();
     }
 }
 
 void kelVariant::clear() {
-    Format const format = mFormat;
-    if (format == kelVariantFormat::String) {
-        delete mValue.text;
-    } else if (format == kelVariantFormat::Time) {
-        delete mValue.time;
-    }
-    mFormat = kelVariantFormat::UInt8;
+    release();
+    setKind(kelVariantFormat::UInt8);
     mValue.bits = 0;
 }
 
+void kelVariant::release() {
+    if (mKind == kelVariantFormat::String) {
+        delete mValue.text;
+    } else if (mKind == kelVariantFormat::Time) {
+        delete mValue.time;
+    }
+}
+
+void kelVariant::setKind(kelVariantFormat::Enum kind) {
+    if (kind != mKind) {
+        mFormat = kind;
+        mKind = kind;
+    }
+}
+
 void kelVariant::stringnify() {
-    if (mFormat == kelVariantFormat::String) {
+    if (mKind == kelVariantFormat::String) {
         return;
     }
     kelString* text = new kelString();
-    clear();
+    release();
     mValue.text = text;
-    mFormat = kelVariantFormat::String;
+    setKind(kelVariantFormat::String);
 }
 
 void kelVariant::timetify() {
-    if (mFormat == kelVariantFormat::Time) {
+    if (mKind == kelVariantFormat::Time) {
         return;
     }
     kelTime* time = new kelTime();
-    clear();
+    release();
     mValue.time = time;
-    mFormat = kelVariantFormat::Time;
+    setKind(kelVariantFormat::Time);
 }
 
 void kelVariant::setCell(kelVariantFormat::Enum format, UInt64 bits) {
-    clear();
-    mFormat = format;
+    release();
+    setKind(format);
     mValue.bits = bits;
 }
 

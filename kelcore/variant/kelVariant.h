@@ -170,6 +170,10 @@ private:
     };
 
     void clear();
+    // Frees a String or Time object and nothing else: the caller sets the format next.
+    void release();
+    // The one writer of mFormat and mKind.
+    void setKind(kelVariantFormat::Enum kind);
     void stringnify();
     void timetify();
 
@@ -178,6 +182,8 @@ private:
     bool roundTrip(char const* text, kelVariant* target) const;
 
     kelVariantFormat mFormat;
+    // mFormat's value, read without a call into the enumeration class on every access.
+    kelVariantFormat::Enum mKind;
     Cell mValue;
 };
 
