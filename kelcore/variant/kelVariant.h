@@ -85,8 +85,10 @@ public:
     virtual void setString(kelString const& value);
     virtual void setTime(kelTime const& value);
 
-    // The setter of the argument's type. There is no overload for a native long: on either
-    // platform it would have to pick one width silently, so the call does not compile.
+    // The setter of the argument's type. Here, in get, operator= and the constructors, "long"
+    // is the library's 32-bit SInt32/UInt32 (int-based). A native long (64 bits on Linux, a
+    // distinct 32-bit type on Windows) matches no overload exactly and is ambiguous, so such a
+    // call does not compile rather than pick a width that differs between the platforms.
     virtual void set(kelTime const& value);
     virtual void set(char const* value);
     virtual void set(kelString const& value);
