@@ -55,4 +55,6 @@
 #include <kelcore/time/kelTime.h>
 #include <kelcore/time/kelTimer.h>
 
+#include <kelcore/variant/kelVariant.h>
+
 #endif

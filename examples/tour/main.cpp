@@ -125,6 +125,31 @@ void locks() {
     std::printf("after the last object went: %s\n", kelMutex::exist("kelcore-tour") ? "yes" : "no");
 }
 
+void variant() {
+    section("Variant");
+    kelVariant v(-1);
+    std::printf("SInt32 -1 read as UInt32: %u, as SInt8: %d, as bool: %s\n",
+                static_cast<unsigned>(v.getUInt32()), v.getSInt8(), v.getBool() ? "true" : "false");
+    v.setFloat64(1e30);
+    std::printf("Float64 1e30 read as SInt64: %s\n", kelVariant(v.getSInt64()).getString().c_str());
+    kelVariant flag("tRuE");
+    kelVariant when("2024/03/15 12:34:56");
+    std::printf("\"tRuE\" becomes format %s, a time text format %s, \"12\" format %s\n",
+                flag.getFormat().toString(), when.getFormat().toString(),
+                kelVariant("12").getFormat().toString());
+    kelVariant byte(UInt8(0));
+    std::printf("a UInt8 accepts \"12\": %s, \"300\": %s, \"012\": %s\n",
+                byte.accept("12") ? "yes" : "no", byte.accept("300") ? "yes" : "no",
+                byte.accept("012") ? "yes" : "no");
+    std::printf("UInt8 5 == \"5\": %s; Float64 0.0 == -0.0: %s\n",
+                kelVariant(UInt8(5)) == kelVariant("5") ? "yes" : "no",
+                kelVariant(0.0) == kelVariant(-0.0) ? "yes" : "no");
+    kelBinarySerializer out;
+    kelVariant(UInt16(258)).serializeTo(out);
+    std::printf("UInt16 258 serialized:\n");
+    hexDump(out.getBufferC(), out.getSize());
+}
+
 } // namespace
 
 int main() {
@@ -135,5 +160,6 @@ int main() {
     conversions();
     identities();
     locks();
+    variant();
     return 0;
 }
