@@ -41,13 +41,19 @@ bool fromLocalCalendar(std::tm& local, UInt64& raw) {
         // A clock time in the hour that repeats when daylight saving ends has two readings, and
         // glibc picks whichever lies nearer its previous conversion: the same fields would give
         // different instants from call to call. The standard-time reading wins whenever it
-        // exists, as with the Windows runtime.
-        std::tm standard = asked;
-        standard.tm_isdst = 0;
-        time_t const other = ::mktime(&standard);
-        if (other != -1 && standard.tm_isdst == 0 && sameFields(standard, local)) {
-            seconds = other;
-            local = standard;
+        // exists, as with the Windows runtime. Only a daylight reading that standard time
+        // follows within two hours (the largest shift in use) can have a twin, so the second
+        // conversion is spared everywhere else.
+        time_t const later = seconds + 7200;
+        std::tm after;
+        if (::localtime_r(&later, &after) != nullptr && after.tm_isdst == 0) {
+            std::tm standard = asked;
+            standard.tm_isdst = 0;
+            time_t const other = ::mktime(&standard);
+            if (other != -1 && standard.tm_isdst == 0 && sameFields(standard, local)) {
+                seconds = other;
+                local = standard;
+            }
         }
     }
     if (seconds < 0 || static_cast<UInt64>(seconds) > CALENDAR_LAST_SECOND) {
