@@ -52,6 +52,7 @@
 #include <kelcore/serialization/kelISerializer.h>
 #include <kelcore/serialization/kelMemorySerializer.h>
 
+#include <kelcore/time/kelSchedule.h>
 #include <kelcore/time/kelTime.h>
 #include <kelcore/time/kelTimer.h>
 

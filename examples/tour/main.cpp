@@ -150,6 +150,25 @@ void variant() {
     hexDump(out.getBufferC(), out.getSize());
 }
 
+void schedules() {
+    section("Schedules");
+    kelTime start(0ull);
+    start.fromString("2024/01/31 09:30:00");
+    kelSchedule monthly;
+    monthly.setRepetitive(start, 1, RepetitiveType::Months);
+    std::printf("%s\n", monthly.toString().c_str());
+    std::printf("(no February 31st: the walk rolls into March and stays on the 2nd)\n");
+    for (char const* when : {"2024/02/29 09:30:00", "2024/03/02 09:30:00", "2024/04/02 09:30:20"}) {
+        kelTime t(0ull);
+        t.fromString(when);
+        std::printf("  matches %s: %s\n", when, monthly.matches(t) ? "yes" : "no");
+    }
+    kelSchedule read;
+    if (read.fromString("Montly on July,January 15th at 07:05")) {
+        std::printf("read back as:   %s\n", read.toString().c_str());
+    }
+}
+
 } // namespace
 
 int main() {
@@ -161,5 +180,6 @@ int main() {
     identities();
     locks();
     variant();
+    schedules();
     return 0;
 }

@@ -23,10 +23,39 @@ bool toLocalCalendar(UInt64 raw, std::tm& local) {
     return true;
 }
 
+namespace {
+
+bool sameFields(std::tm const& a, std::tm const& b) {
+    return a.tm_year == b.tm_year && a.tm_mon == b.tm_mon && a.tm_mday == b.tm_mday &&
+           a.tm_hour == b.tm_hour && a.tm_min == b.tm_min && a.tm_sec == b.tm_sec;
+}
+
+} // namespace
+
 bool fromLocalCalendar(std::tm& local, UInt64& raw) {
+    std::tm const asked = local;
     // mktime accepts any year that fits; the refusal outside the span is the library's, so that
     // every platform keeps to the same one. -1 is outside it as well.
-    time_t const seconds = ::mktime(&local);
+    time_t seconds = ::mktime(&local);
+    if (asked.tm_isdst < 0 && seconds != -1 && local.tm_isdst > 0) {
+        // A clock time in the hour that repeats when daylight saving ends has two readings, and
+        // glibc picks whichever lies nearer its previous conversion: the same fields would give
+        // different instants from call to call. The standard-time reading wins whenever it
+        // exists, as with the Windows runtime. Only a daylight reading that standard time
+        // follows within two hours (the largest shift in use) can have a twin, so the second
+        // conversion is spared everywhere else.
+        time_t const later = seconds + 7200;
+        std::tm after;
+        if (::localtime_r(&later, &after) != nullptr && after.tm_isdst == 0) {
+            std::tm standard = asked;
+            standard.tm_isdst = 0;
+            time_t const other = ::mktime(&standard);
+            if (other != -1 && standard.tm_isdst == 0 && sameFields(standard, local)) {
+                seconds = other;
+                local = standard;
+            }
+        }
+    }
     if (seconds < 0 || static_cast<UInt64>(seconds) > CALENDAR_LAST_SECOND) {
         return false;
     }
