@@ -47,8 +47,8 @@ public:
             std::lock_guard<std::mutex> lock(mutex);
             beats.push_back({beat, beat->getName(), Clock::now()});
         }
-        if (onBeat) {
-            onBeat(beat);
+        if (auto const action = onBeat.load()) {
+            action(beat);
         }
     }
     std::vector<Beat> of(kelHeartBeat* which) {
@@ -65,7 +65,7 @@ public:
 
     std::mutex mutex;
     std::vector<Beat> beats;
-    void (*onBeat)(kelHeartBeat*) = nullptr;
+    std::atomic<void (*)(kelHeartBeat*)> onBeat{nullptr};
 };
 
 bool waitFor(std::function<bool()> const& done, int limitMs = 10000) {
