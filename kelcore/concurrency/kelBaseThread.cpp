@@ -68,8 +68,17 @@ bool kelBaseThread::startThread() {
 }
 
 void kelBaseThread::stopThread() {
-    std::lock_guard<std::recursive_mutex> const serial(mImpl->startStop);
     std::shared_ptr<platform::SystemThread> handle;
+    {
+        Entered const entered(mImpl->lock);
+        handle = mImpl->handle;
+    }
+    // The body can't wait for itself; checked before the serial lock, which a stop from
+    // outside may hold while it waits for this very thread.
+    if (handle && platform::isCurrentSystemThread(*handle)) {
+        return;
+    }
+    std::lock_guard<std::recursive_mutex> const serial(mImpl->startStop);
     {
         Entered const entered(mImpl->lock);
         handle = mImpl->handle;

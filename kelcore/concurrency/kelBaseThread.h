@@ -31,7 +31,8 @@ public:
     // Waits without limit for the body to end by itself, then releases the thread. Nothing is
     // signalled. The wait does not hold the lock of lock(): a body may still take it (and
     // call what takes it) while a stop waits, so the stop always completes. Starts and stops
-    // of one object exclude each other through a separate lock.
+    // of one object exclude each other through a separate lock. Called by the body itself, it
+    // returns at once: a thread can't wait for itself.
     virtual void stopThread();
 
 protected:

@@ -25,7 +25,8 @@ public:
 
     // Raises the stop event and waits without limit for the thread to end; a handler that is
     // running finishes first, and events still pending are not handled. A handler may go on
-    // calling triggerEvent, createEvent or isStopRequested meanwhile, but must not call this.
+    // calling triggerEvent, createEvent or isStopRequested meanwhile. Called by a handler, it
+    // only raises the stop event: the loop ends after that handler returns.
     void stopThread() override;
 
 protected:

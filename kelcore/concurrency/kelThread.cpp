@@ -24,6 +24,9 @@ struct kelThread::Impl {
 
 namespace {
 
+// The state of the thread object whose run() the calling thread executes.
+thread_local void const* tRunning = nullptr;
+
 class Entered {
 public:
     explicit Entered(kelCriticalSection& lock) : mLock(lock) { mLock.enter(); }
@@ -91,6 +94,14 @@ bool kelThread::startThread() {
 }
 
 void kelThread::stopThread(UInt32 timeout) {
+    // run() can't wait for its own thread; it only clears the flag. Known by the thread's own
+    // mark rather than by the handle, which the new thread may run before it is stored, and
+    // checked before the lock, which a stop from outside may hold while it waits for this
+    // very thread.
+    if (tRunning == mImpl.get() && !platform::isCurrentThreadAbandoned()) {
+        mImpl->keepRunning.store(false);
+        return;
+    }
     Entered const entered(mImpl->lock);
     auto const handle = mImpl->currentHandle();
     if (!handle) {
@@ -142,6 +153,7 @@ void kelThread::startExecution() {
 }
 
 void kelThread::staticThreadFunc(void* self) {
+    tRunning = static_cast<kelThread*>(self)->mImpl.get();
     static_cast<kelThread*>(self)->startExecution();
 }
 

@@ -23,11 +23,12 @@ namespace KELKIT {
 // members has to stop the thread in its own destructor.
 //
 // A stop with a time limit ends a thread that outlives it. Windows ends it at once, with exit
-// code 255. POSIX has no safe forced end: there the thread is abandoned. It is detached and
-// keeps running until its run() returns by itself; from then on isStopRequested answers true
-// on that thread, also after the object has been started again, and no other call of the
-// object waits for it. The object can start a new thread at once. An abandoned run() still
-// uses its object, so the object (and whatever run() touches) must outlive it.
+// code 255 and without unwinding: locks that the thread held stay held. POSIX has no safe forced
+// end: there the thread is abandoned. It is detached and keeps running until its run() returns by
+// itself; from then on isStopRequested answers true on that thread, also after the object has been
+// started again, and no other call of the object waits for it. The object can start a new thread at
+// once. An abandoned run() still uses its object, so the object (and whatever run() touches) must
+// outlive it.
 class KELCORE_API kelThread : public virtual kelIRunnable {
 public:
     class KELCORE_API Priority : public kelBaseEnum {
@@ -52,7 +53,8 @@ public:
     virtual bool startThread();
     // Clears the flag, gives the thread 100 ms, then waits up to timeout ms (0xFFFFFFFF: no
     // limit) and ends the thread by force if it is still running (see above). Returns at once
-    // when no thread is held.
+    // when no thread is held. Called from run() on its own thread, it only clears the flag; a
+    // later stop from another thread releases the thread.
     virtual void stopThread(UInt32 timeout);
     virtual void stopThread();
     // Stored, and applied at once when a thread is held; the value 0 and values outside the

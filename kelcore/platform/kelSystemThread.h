@@ -40,6 +40,9 @@ void terminateSystemThread(SystemThread& thread, UInt32 exitCode);
 // level runs from -2 (lowest) to 2 (highest). Best effort: false when the system refused.
 bool setSystemThreadPriority(SystemThread& thread, int level);
 
+// Whether the calling thread is this thread.
+bool isCurrentSystemThread(SystemThread& thread);
+
 // Whether the calling thread was started by startSystemThread and has since been abandoned.
 bool isCurrentThreadAbandoned();
 

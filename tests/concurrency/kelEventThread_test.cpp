@@ -144,3 +144,25 @@ TEST(kelEventThread, StopCompletesWhileTheHandlerCallsBack) {
     busy.kelBaseThread::stopThread();
     EXPECT_EQ(1, busy.calls);
 }
+
+TEST(kelEventThread, HandlerThatStopsItsOwnThread) {
+    kelWatchdog watchdog("a handler that calls stopThread", 60s);
+    struct Quitter : kelEventThread {
+        ~Quitter() override { stopThread(); }
+        void onThreadEvent(UInt32) override {
+            stopThread(); // raises the stop event, can't wait for itself
+            ++calls;
+        }
+        std::atomic<int> calls{0};
+    } quitter;
+    ASSERT_TRUE(quitter.createEvent(2));
+    ASSERT_TRUE(quitter.startThread());
+    quitter.triggerEvent(2);
+    for (int i = 0; i < 10000 && quitter.calls == 0; ++i) {
+        kelThread::sleep(1);
+    }
+    EXPECT_EQ(1, quitter.calls);
+    EXPECT_TRUE(quitter.isStopRequested());
+    quitter.stopThread(); // from outside: the loop has ended, the thread is released
+    EXPECT_FALSE(quitter.isThreadStarted());
+}

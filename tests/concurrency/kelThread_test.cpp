@@ -126,6 +126,24 @@ TEST(kelThread, BodyThatEndedByItself) {
     EXPECT_TRUE(empty->isThreadStarted()); // until stopThread
     empty->stopThread();
     EXPECT_FALSE(empty->isThreadStarted());
+
+    // A body that stops itself only clears its flag, and ends; it can't wait for itself.
+    struct SelfStopper : kelThread {
+        ~SelfStopper() override { stopThread(); }
+        void run() override {
+            stopThread();
+            sawStop = isStopRequested();
+        }
+        std::atomic<bool> sawStop{false};
+    } self;
+    ASSERT_TRUE(self.startThread());
+    for (auto start = Clock::now(); self.isRunning() && msSince(start) < 10000;) {
+        kelThread::sleep(1);
+    }
+    EXPECT_TRUE(self.sawStop);
+    EXPECT_TRUE(self.isThreadStarted());
+    self.stopThread();
+    EXPECT_FALSE(self.isThreadStarted());
 }
 
 TEST(kelThread, IndirectRunsTheOwnersRunnable) {

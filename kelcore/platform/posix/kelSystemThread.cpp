@@ -139,6 +139,10 @@ bool setSystemThreadPriority(SystemThread& thread, int level) {
     return applyPriority(thread.tid, level);
 }
 
+bool isCurrentSystemThread(SystemThread& thread) {
+    return tCurrent == &thread;
+}
+
 bool isCurrentThreadAbandoned() {
     return tCurrent != nullptr && tCurrent->abandoned.load();
 }

@@ -74,6 +74,10 @@ bool setSystemThreadPriority(SystemThread& thread, int level) {
     return SetThreadPriority(thread.handle, level) != 0;
 }
 
+bool isCurrentSystemThread(SystemThread& thread) {
+    return GetThreadId(thread.handle) == GetCurrentThreadId();
+}
+
 bool isCurrentThreadAbandoned() {
     return false; // a forced end here really ends the thread
 }
