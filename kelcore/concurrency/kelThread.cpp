@@ -83,7 +83,13 @@ bool kelThread::startThread() {
         return false;
     }
     mImpl->keepRunning.store(true);
-    auto handle = platform::startSystemThread(&kelThread::staticThreadFunc, this);
+    std::shared_ptr<platform::SystemThread> handle;
+    try {
+        handle = platform::startSystemThread(&kelThread::staticThreadFunc, this);
+    } catch (...) {
+        mImpl->keepRunning.store(false); // no thread: the stop stays requested
+        throw;
+    }
     if (!handle) {
         mImpl->keepRunning.store(false);
         return false;
