@@ -111,6 +111,7 @@ TEST_F(kelEventPublisherTest, CancelFlagSetDuringAPass) {
 }
 
 TEST_F(kelEventPublisherTest, ChangesDuringAPassFollowTheIndex) {
+    kelWatchdog watchdog("re-entrant passes", 60s);
     CustomEvent event;
     // A unregisters itself: B slides into its place and misses this pass. C, registered by
     // A during the pass, is reached in it.
