@@ -44,7 +44,22 @@
 #include <kelcore/containers/kelLists.h>
 
 #include <kelcore/concurrency/kelCriticalSection.h>
+#include <kelcore/concurrency/kelBaseThread.h>
+#include <kelcore/concurrency/kelEventThread.h>
+#include <kelcore/concurrency/kelHeartBeat.h>
+#include <kelcore/concurrency/kelListHeartBeat.h>
+#include <kelcore/concurrency/kelListHeartBeatPtr.h>
 #include <kelcore/concurrency/kelMutex.h>
+#include <kelcore/concurrency/kelScheduler.h>
+#include <kelcore/concurrency/kelSchedulerThread.h>
+#include <kelcore/concurrency/kelThread.h>
+#include <kelcore/concurrency/kelThreadIndirect.h>
+
+#include <kelcore/events/kelCancelActionEvent.h>
+#include <kelcore/events/kelEvent.h>
+#include <kelcore/events/kelEventNotifier.h>
+#include <kelcore/events/kelEventPublisher.h>
+#include <kelcore/events/kelListEventNotifierPtr.h>
 
 #include <kelcore/serialization/kelAbstractSerializer.h>
 #include <kelcore/serialization/kelBinarySerializer.h>

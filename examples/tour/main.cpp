@@ -2,6 +2,7 @@
 
 #include <kelcore/kelcore.h>
 
+#include <atomic>
 #include <cstdio>
 
 using namespace KELKIT;
@@ -169,6 +170,53 @@ void schedules() {
     }
 }
 
+// Counts the heartbeats named "tour" that reach it through the event bus.
+class TourListener : public kelEventNotifier {
+public:
+    void onEvent(kelEvent* event) override {
+        if (event->getType() == kelEventTypes::HeartBeat &&
+            kelString(static_cast<kelHeartBeat*>(event)->getName()) == "tour") {
+            ++beats;
+        }
+    }
+    std::atomic<int> beats{0};
+};
+
+// Handles event 10 on its own thread.
+class TourWorker : public kelEventThread {
+public:
+    ~TourWorker() override { stopThread(); }
+    void onThreadEvent(UInt32 id) override {
+        std::printf("event thread handled event %u\n", static_cast<unsigned>(id));
+        handled = true;
+    }
+    std::atomic<bool> handled{false};
+};
+
+void threadsAndEvents() {
+    section("Threads, events and heartbeats");
+    TourWorker worker;
+    worker.createEvent(10);
+    worker.startThread();
+    worker.triggerEvent(10);
+    while (!worker.handled) {
+        kelThread::sleep(1);
+    }
+    worker.stopThread();
+
+    TourListener listener;
+    kelEventPublisher::getInstance().registerNotifier(&listener);
+    kelHeartBeat* beat = kelScheduler::getInstance().createHeartBeat("tour", 200);
+    kelThread::sleep(1000);
+    kelScheduler::getInstance().deleteHeartBeat(beat);
+    kelEventPublisher::getInstance().unregisterNotifier(&listener);
+    std::printf("a 200 ms heartbeat beat %d times in one second\n", listener.beats.load());
+
+    kelCancelActionEvent cancel;
+    kelEventPublisher::getInstance().publishEvent(&cancel);
+    std::printf("nobody cancelled: %s\n", cancel.isCancel() ? "cancelled" : "not cancelled");
+}
+
 } // namespace
 
 int main() {
@@ -181,5 +229,6 @@ int main() {
     locks();
     variant();
     schedules();
+    threadsAndEvents();
     return 0;
 }

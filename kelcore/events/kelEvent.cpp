@@ -1,0 +1,7 @@
+#include <kelcore/events/kelEvent.h>
+
+namespace KELKIT {
+
+kelEvent::~kelEvent() = default;
+
+} // namespace KELKIT

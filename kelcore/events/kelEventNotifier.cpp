@@ -1,0 +1,7 @@
+#include <kelcore/events/kelEventNotifier.h>
+
+namespace KELKIT {
+
+kelEventNotifier::~kelEventNotifier() = default;
+
+} // namespace KELKIT
