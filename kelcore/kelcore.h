@@ -43,8 +43,8 @@
 #include <kelcore/containers/kelList.h>
 #include <kelcore/containers/kelLists.h>
 
-#include <kelcore/concurrency/kelCriticalSection.h>
 #include <kelcore/concurrency/kelBaseThread.h>
+#include <kelcore/concurrency/kelCriticalSection.h>
 #include <kelcore/concurrency/kelEventThread.h>
 #include <kelcore/concurrency/kelHeartBeat.h>
 #include <kelcore/concurrency/kelListHeartBeat.h>
@@ -63,9 +63,18 @@
 
 #include <kelcore/serialization/kelAbstractSerializer.h>
 #include <kelcore/serialization/kelBinarySerializer.h>
+#include <kelcore/serialization/kelBufferedSerializer.h>
+#include <kelcore/serialization/kelFileSerializer.h>
 #include <kelcore/serialization/kelISerializable.h>
 #include <kelcore/serialization/kelISerializer.h>
 #include <kelcore/serialization/kelMemorySerializer.h>
+
+#include <kelcore/memory/kelLinkedBuffer.h>
+#include <kelcore/memory/kelListMemoryBlock.h>
+#include <kelcore/memory/kelListMemoryBlockPtr.h>
+#include <kelcore/memory/kelMemory.h>
+#include <kelcore/memory/kelMemoryBlock.h>
+#include <kelcore/memory/kelMemoryBuffer.h>
 
 #include <kelcore/time/kelSchedule.h>
 #include <kelcore/time/kelTime.h>
