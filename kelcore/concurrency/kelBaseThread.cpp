@@ -1,11 +1,14 @@
 #include <kelcore/concurrency/kelBaseThread.h>
 
 #include <kelcore/concurrency/kelCriticalSection.h>
+#include <kelcore/internal/kelEntered.h>
 #include <kelcore/platform/kelSystemThread.h>
 
 #include <mutex>
 
 namespace KELKIT {
+
+using internal::Entered;
 
 struct kelBaseThread::Impl {
     kelCriticalSection lock;
@@ -13,22 +16,6 @@ struct kelBaseThread::Impl {
     std::recursive_mutex startStop;
     std::shared_ptr<platform::SystemThread> handle; // under `lock`
 };
-
-namespace {
-
-// Leaves the critical section on every path, exceptions included.
-class Entered {
-public:
-    explicit Entered(kelCriticalSection& lock) : mLock(lock) { mLock.enter(); }
-    ~Entered() { mLock.leave(); }
-    Entered(Entered const&) = delete;
-    Entered& operator=(Entered const&) = delete;
-
-private:
-    kelCriticalSection& mLock;
-};
-
-} // namespace
 
 kelBaseThread::kelBaseThread() : mImpl(std::make_shared<Impl>()) {}
 

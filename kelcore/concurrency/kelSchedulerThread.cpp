@@ -3,6 +3,7 @@
 #include <kelcore/concurrency/kelCriticalSection.h>
 #include <kelcore/concurrency/kelListHeartBeatPtr.h>
 #include <kelcore/events/kelEventPublisher.h>
+#include <kelcore/internal/kelEntered.h>
 #include <kelcore/internal/kelPublisherLifetime.h>
 
 #include <cstring>
@@ -10,6 +11,8 @@
 #include <vector>
 
 namespace KELKIT {
+
+using internal::Entered;
 
 namespace {
 
@@ -26,17 +29,6 @@ void park(kelListHeartBeatPtr& beats) {
     }
     beats.clear();
 }
-
-class Entered {
-public:
-    explicit Entered(kelCriticalSection& lock) : mLock(lock) { mLock.enter(); }
-    ~Entered() { mLock.leave(); }
-    Entered(Entered const&) = delete;
-    Entered& operator=(Entered const&) = delete;
-
-private:
-    kelCriticalSection& mLock;
-};
 
 } // namespace
 

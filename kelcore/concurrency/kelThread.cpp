@@ -2,11 +2,14 @@
 
 #include <kelcore/concurrency/kelCriticalSection.h>
 #include <kelcore/concurrency/kelThreadIndirect.h>
+#include <kelcore/internal/kelEntered.h>
 #include <kelcore/platform/kelSystemThread.h>
 
 #include <atomic>
 
 namespace KELKIT {
+
+using internal::Entered;
 
 KEL_ENUM_DEFINE(kelThread::Priority, Priority, KEL_ROWS_kelThread_Priority)
 
@@ -26,17 +29,6 @@ namespace {
 
 // The state of the thread object whose run() the calling thread executes.
 thread_local void const* tRunning = nullptr;
-
-class Entered {
-public:
-    explicit Entered(kelCriticalSection& lock) : mLock(lock) { mLock.enter(); }
-    ~Entered() { mLock.leave(); }
-    Entered(Entered const&) = delete;
-    Entered& operator=(Entered const&) = delete;
-
-private:
-    kelCriticalSection& mLock;
-};
 
 // The platform level of each named priority; 0 and unnamed values have none.
 bool levelOf(int priority, int& level) {

@@ -1,26 +1,18 @@
 #include <kelcore/events/kelEventPublisher.h>
 
+#include <kelcore/internal/kelEntered.h>
 #include <kelcore/internal/kelPublisherLifetime.h>
 
 #include <atomic>
 
 namespace KELKIT {
 
+using internal::Entered;
+
 namespace {
 
 // Constant-initialised and never destroyed, so that it can be read at any point of exit.
 std::atomic<bool> gSingletonGone{false};
-
-class Entered {
-public:
-    explicit Entered(kelCriticalSection& lock) : mLock(lock) { mLock.enter(); }
-    ~Entered() { mLock.leave(); }
-    Entered(Entered const&) = delete;
-    Entered& operator=(Entered const&) = delete;
-
-private:
-    kelCriticalSection& mLock;
-};
 
 } // namespace
 
