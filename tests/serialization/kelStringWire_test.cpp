@@ -84,8 +84,7 @@ TEST(kelStringWire, HostileLengthsRaiseTheSerializersException) {
         }
         EXPECT_TRUE(threw) << length;
         EXPECT_STREQ("unchanged", target.c_str());
-        UInt32 const readPosition = s.getSize() - s.getRemainingSize();
-        EXPECT_EQ(4u, readPosition) << "only the length is consumed";
+        EXPECT_EQ(4u, s.getSize() - s.getRemainingSize()) << "only the length is consumed";
     }
 
     kelBinarySerializer binary;
