@@ -230,14 +230,12 @@ TEST(kelList, OrderStatisticsSortingAndShuffling) {
         d.add(i % 7 == 0 ? nan : double(rng() % 50));
     }
     d.sort();
-    UInt32 firstNan = 0;
-    while (firstNan < d.size() && !std::isnan(d[firstNan])) {
-        ++firstNan;
-    }
-    EXPECT_TRUE(std::is_sorted(&d[0], &d[0] + firstNan));
-    for (UInt32 i = firstNan; i < d.size(); ++i) {
-        EXPECT_TRUE(std::isnan(d[i]));
-    }
+    auto const isNan = [](double x) { return std::isnan(x); };
+    double const* const begin = &d[0];
+    double const* const end = begin + d.size();
+    double const* const firstNan = std::find_if(begin, end, isNan);
+    EXPECT_TRUE(std::is_sorted(begin, firstNan));
+    EXPECT_TRUE(std::all_of(firstNan, end, isNan));
 
     kelListString words = makeList<kelListString>(std::vector<kelString>{"pear", "fig", "apple"});
     words.sort();
