@@ -27,25 +27,6 @@ std::vector<unsigned char> written(kelBinarySerializer& s) {
 
 } // namespace
 
-TEST(kelAbstractSerializer, ScalarsHaveExactLittleEndianWidths) {
-    kelBinarySerializer s;
-    s.serialize(static_cast<UInt32>(1));
-    s.serialize(static_cast<SInt16>(-2));
-    s.serialize(true);
-    s.serialize(1.0f);
-    s.serialize(static_cast<UInt64>(0x0102030405060708ull));
-    s.serialize(static_cast<SInt64>(-3));
-    s.serialize(static_cast<SInt32>(-0x12345678));
-    s.serialize(static_cast<UInt16>(0xBEEF));
-    s.serialize(static_cast<UInt8>(0xAB));
-    s.serialize(static_cast<SInt8>(-1));
-    s.serialize(-2.5);
-    WireBytes want;
-    want.u32(1).s16(-2).u8(1).f32bits(0x3F800000u).u64(0x0102030405060708ull).s64(-3);
-    want.s32(-0x12345678).u16(0xBEEF).u8(0xAB).u8(0xFF).f64bits(0xC004000000000000ull);
-    EXPECT_EQ(want.bytes(), written(s));
-}
-
 TEST(kelAbstractSerializer, ArraysWriteElementsOnlyAndMatchRepeatedScalars) {
     kelBinarySerializer arrays, scalars;
     UInt16 const shorts[3] = {1, 0x0203, 0xFFFF};

@@ -5,6 +5,7 @@
 
 #include <array>
 #include <cstring>
+#include <vector>
 
 using namespace KELKIT;
 
@@ -63,9 +64,7 @@ TEST(kelMemorySerializer, ClearAndLoadWorkOnTheWholeBlock) {
     std::memset(block, 0xCC, sizeof block);
     kelMemorySerializer s(block, 10);
     s.clearData();
-    for (UInt8 b : block) {
-        EXPECT_EQ(0, b);
-    }
+    EXPECT_EQ(std::vector<UInt8>(10, 0), std::vector<UInt8>(block, block + 10));
     UInt8 big[100];
     std::memset(big, 0x5A, sizeof big);
     s.loadData(big, 100);
