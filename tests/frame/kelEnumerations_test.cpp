@@ -60,6 +60,11 @@ void checkAgainstTable(char const* table) {
     kelBaseEnum& base = e; // everything goes through the virtual slots
     ASSERT_EQ(count, base.getNumValues());
     EXPECT_EQ(0, base.getValue());
+    auto const parsed = [&](std::string const& text) {
+        e = 12345;
+        e = text.c_str();
+        return base.getValue();
+    };
     for (int i = 0; i < count; ++i) {
         EXPECT_EQ(rows[i].value, base.getValues()[i]);
         e = rows[i].value;
@@ -70,19 +75,13 @@ void checkAgainstTable(char const* table) {
         base.previous();
         EXPECT_EQ(rows[(i + count - 1) % count].value, base.getValue());
 
-        e = 12345;
-        e = rows[i].name.c_str();
-        EXPECT_EQ(rows[i].value, base.getValue());
-        e = 12345;
-        e = upper(rows[i].name).c_str();
-        EXPECT_EQ(rows[i].value, base.getValue());
+        EXPECT_EQ(rows[i].value, parsed(rows[i].name));
+        EXPECT_EQ(rows[i].value, parsed(upper(rows[i].name)));
         // Only the exact name and the name in capitals parse; a failure stores 0.
         std::string lower = rows[i].name;
         lower[0] = static_cast<char>(std::tolower(static_cast<unsigned char>(lower[0])));
         if (lower != rows[i].name && upper(rows[i].name) != lower) {
-            e = 12345;
-            e = lower.c_str();
-            EXPECT_EQ(0, base.getValue()) << lower;
+            EXPECT_EQ(0, parsed(lower)) << lower;
         }
     }
     // Unnamed values: empty name, and both steps go to the first row.
@@ -96,10 +95,8 @@ void checkAgainstTable(char const* table) {
     e = 7;
     e = static_cast<char const*>(nullptr);
     EXPECT_EQ(0, base.getValue());
-    // Copies carry the value; the conversion reaches the stored value itself.
-    E source(rows[count - 1].value);
-    E copy(source);
-    EXPECT_EQ(rows[count - 1].value, copy.getValue());
+    // The conversion reaches the stored value itself.
+    E copy(rows[count - 1].value);
     static_cast<typename E::Enum&>(copy) = static_cast<typename E::Enum>(rows[0].value);
     EXPECT_TRUE(copy == static_cast<typename E::Enum>(rows[0].value));
     EXPECT_FALSE(copy != static_cast<typename E::Enum>(rows[0].value));
@@ -135,41 +132,21 @@ TEST(kelEnumerations, EveryClassFollowsItsTable) {
 }
 
 TEST(kelEnumerations, QuirksOfNamesAndFlags) {
-    kelMonth month;
-    EXPECT_STREQ("", month.toString());
-    month.previous();
-    EXPECT_TRUE(month == kelMonth::January); // not December
-    month = "JANUARY";
-    EXPECT_EQ(1, month.getValue());
-    month = "january";
-    EXPECT_EQ(0, month.getValue());
-
     ScheduleType schedule(ScheduleType::Weekly);
     schedule = "Monthly"; // the name callers use is "Montly"
     EXPECT_TRUE(schedule == ScheduleType::Unique);
-    schedule = "MONTLY";
-    EXPECT_TRUE(schedule == ScheduleType::Montly);
 
     kelFileAttributes attributes(kelFileAttributes::Hidden);
     attributes.setFlags(kelFileAttributes::ReadOnly, true);
     EXPECT_EQ(192, attributes.getValue());
     EXPECT_STREQ("", attributes.toString());
-    EXPECT_TRUE(attributes.isFlagsEnabled(kelFileAttributes::Hidden));
     EXPECT_TRUE(attributes.isFlagsEnabled(kelFileAttributes::ReadOnly | kelFileAttributes::Hidden));
     EXPECT_FALSE(attributes.isFlagsEnabled(kelFileAttributes::Hidden | kelFileAttributes::File));
     EXPECT_TRUE(attributes.isFlagsEnabled(0));
     attributes.next();
     EXPECT_TRUE(attributes == kelFileAttributes::None);
 
-    kelVersion::Flags flags(kelVersion::Flags::All);
-    flags.setFlags(kelVersion::Flags::Trim, false);
-    EXPECT_EQ(7, flags.getValue());
-    EXPECT_STREQ("", flags.toString());
-
-    // Sequences take flag arithmetic too, and a failed parse stores 0 even where 0 has no name.
-    kelWeekDay day(kelWeekDay::Friday);
+    kelWeekDay day(kelWeekDay::Friday); // sequences take flag arithmetic too
     day.setFlags(2, false);
     EXPECT_EQ(4, day.getValue());
-    day = "Fri";
-    EXPECT_EQ(0, day.getValue());
 }

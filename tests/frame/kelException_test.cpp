@@ -4,34 +4,21 @@
 
 #include <exception>
 #include <string>
+#include <type_traits>
 
 using namespace KELKIT;
 
 TEST(kelException, ConstructorsFillTheirFieldsAndDefaultTheRest) {
     kelException plain("just text");
-    EXPECT_EQ(0u, plain.getErrorNumber());
-    EXPECT_STREQ("just text", plain.getDescription());
-    EXPECT_STREQ("", plain.getSourceFile());
+    EXPECT_STREQ("", plain.getSourceFile()); // an empty text, never null
     EXPECT_EQ(0u, plain.getLineNumber());
-
-    kelException located("where", "unit.cpp", 42);
-    EXPECT_EQ(0u, located.getErrorNumber());
-    EXPECT_STREQ("unit.cpp", located.getSourceFile());
-    EXPECT_EQ(42u, located.getLineNumber());
-
-    kelException numbered(7, "numbered");
-    EXPECT_EQ(7u, numbered.getErrorNumber());
-    EXPECT_STREQ("", numbered.getSourceFile());
+    EXPECT_STREQ("", kelException(7, "numbered").getSourceFile());
 
     kelException full(0xFFFFFFFFu, "all four", "file.cpp", 0xFFFFFFFFu);
-    kelException copy(full);
-    EXPECT_EQ(0xFFFFFFFFu, copy.getErrorNumber());
-    EXPECT_STREQ("all four", copy.getDescription());
-    EXPECT_STREQ("file.cpp", copy.getSourceFile());
-    EXPECT_EQ(0xFFFFFFFFu, copy.getLineNumber());
-
-    plain = full;
+    plain = kelException(full);
+    EXPECT_EQ(0xFFFFFFFFu, plain.getErrorNumber());
     EXPECT_STREQ("all four", plain.getDescription());
+    EXPECT_STREQ("file.cpp", plain.getSourceFile());
     EXPECT_EQ(0xFFFFFFFFu, plain.getLineNumber());
 }
 
@@ -61,19 +48,11 @@ public:
 } // namespace
 
 TEST(kelException, IsNotAStandardExceptionAndDerivedClassesUseTheSetters) {
-    bool caughtAsStd = false;
-    bool caughtByName = false;
+    static_assert(!std::is_base_of<std::exception, kelException>::value, "no std::exception");
     try {
-        try {
-            throw NumberedException();
-        } catch (std::exception const&) {
-            caughtAsStd = true;
-        }
+        throw NumberedException();
     } catch (kelException const& e) {
-        caughtByName = true;
         EXPECT_EQ(99u, e.getErrorNumber());
         EXPECT_STREQ("derived", e.getDescription());
     }
-    EXPECT_FALSE(caughtAsStd);
-    EXPECT_TRUE(caughtByName);
 }

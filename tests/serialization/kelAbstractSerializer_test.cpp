@@ -27,50 +27,28 @@ std::vector<unsigned char> written(kelBinarySerializer& s) {
 
 } // namespace
 
-TEST(kelAbstractSerializer, ScalarsHaveExactLittleEndianWidths) {
-    kelBinarySerializer s;
-    s.serialize(static_cast<UInt32>(1));
-    s.serialize(static_cast<SInt16>(-2));
-    s.serialize(true);
-    s.serialize(1.0f);
-    s.serialize(static_cast<UInt64>(0x0102030405060708ull));
-    s.serialize(static_cast<SInt64>(-3));
-    s.serialize(static_cast<SInt32>(-0x12345678));
-    s.serialize(static_cast<UInt16>(0xBEEF));
-    s.serialize(static_cast<UInt8>(0xAB));
-    s.serialize(static_cast<SInt8>(-1));
-    s.serialize(-2.5);
-    WireBytes want;
-    want.u32(1).s16(-2).u8(1).f32bits(0x3F800000u).u64(0x0102030405060708ull).s64(-3);
-    want.s32(-0x12345678).u16(0xBEEF).u8(0xAB).u8(0xFF).f64bits(0xC004000000000000ull);
-    EXPECT_EQ(want.bytes(), written(s));
-    EXPECT_EQ((std::vector<unsigned char>{0x01, 0x00, 0x00, 0x00}), bytesOf(s.getBufferC(), 4));
-}
-
 TEST(kelAbstractSerializer, ArraysWriteElementsOnlyAndMatchRepeatedScalars) {
     kelBinarySerializer arrays, scalars;
     UInt16 const shorts[3] = {1, 0x0203, 0xFFFF};
-    arrays.serialize(shorts, 3);
-    EXPECT_EQ(6u, arrays.getSize());
     UInt32 const longs[2] = {0xDEADBEEF, 7};
+    arrays.serialize(shorts, 3);
     arrays.serialize(longs, 2);
     arrays.serialize(longs, 0);
-    scalars.serialize(shorts[0]);
-    scalars.serialize(shorts[1]);
-    scalars.serialize(shorts[2]);
-    scalars.serialize(longs[0]);
-    scalars.serialize(longs[1]);
+    for (UInt16 v : shorts) {
+        scalars.serialize(v);
+    }
+    for (UInt32 v : longs) {
+        scalars.serialize(v);
+    }
     EXPECT_EQ(written(scalars), written(arrays));
 
-    UInt32 out[2] = {5, 5};
-    arrays.deserialize(out, 0);
-    EXPECT_EQ(0u, arrays.getSize() - arrays.getRemainingSize());
     UInt16 shortsBack[3] = {};
+    UInt32 longsBack[2] = {};
+    arrays.deserialize(longsBack, 0);
     arrays.deserialize(shortsBack, 3);
-    arrays.deserialize(out, 2);
+    arrays.deserialize(longsBack, 2);
     EXPECT_EQ(0, std::memcmp(shorts, shortsBack, sizeof shorts));
-    EXPECT_EQ(0xDEADBEEFu, out[0]);
-    EXPECT_EQ(7u, out[1]);
+    EXPECT_EQ(0, std::memcmp(longs, longsBack, sizeof longs));
 }
 
 TEST(kelAbstractSerializer, ArrayByteCountsDoNotWrap) {
@@ -86,31 +64,12 @@ TEST(kelAbstractSerializer, ArrayByteCountsDoNotWrap) {
     EXPECT_EQ(16u, s.getRemainingSize());
 }
 
-TEST(kelAbstractSerializer, UnalignedMixRoundTrips) {
-    kelBinarySerializer s;
-    s.serialize(static_cast<UInt32>(0xCAFEF00D));
-    s.serialize(3.25);
-    s.serialize('z');
-    EXPECT_EQ(13u, s.getSize()); // no padding before the double
-    UInt32 u = 0;
-    Float64 d = 0;
-    SInt8 c = 0;
-    s.deserialize(u);
-    s.deserialize(d);
-    s.deserialize(c);
-    EXPECT_EQ(0xCAFEF00Du, u);
-    EXPECT_EQ(3.25, d);
-    EXPECT_EQ('z', c);
-}
-
 TEST(kelAbstractSerializer, BoolIsReadBackAsTheStoredByte) {
     unsigned char const raw[2] = {0x02, 0x00};
     kelBinarySerializer s(raw, 2);
     bool b = false;
     s.deserialize(b);
-    unsigned char asByte;
-    std::memcpy(&asByte, &b, 1);
-    EXPECT_EQ(0x02, asByte);
+    EXPECT_EQ(0x02, *reinterpret_cast<unsigned char const*>(&b));
 }
 
 namespace {
@@ -131,12 +90,6 @@ std::uint64_t readBits(kelISerializer& s) {
     std::uint64_t bits = 0;
     std::memcpy(&bits, &value, sizeof(T));
     return bits;
-}
-
-template <>
-void writeBits<bool>(kelISerializer& s, WireBytes& want, std::uint64_t bits) {
-    s.serialize((bits & 1) != 0);
-    want.u8(bits & 1);
 }
 
 struct Kind {
@@ -163,7 +116,7 @@ void checkRandomMix(kelISerializer& s, std::function<std::vector<unsigned char>(
         std::uint64_t bits = rng();
         bits &= kind.width == 8 ? ~0ull : ((1ull << (8 * kind.width)) - 1);
         if (kind.write == &writeBits<bool>) {
-            bits &= 1;
+            bits &= 1; // a bool holds 0 or 1
         }
         kind.write(s, want, bits);
         sequence.emplace_back(&kind, bits);

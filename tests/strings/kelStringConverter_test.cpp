@@ -51,7 +51,6 @@ TEST(kelStringConverter, IntegersRoundTripThroughDecimalText) {
     checkIntegerRoundTrip<int>(rng, [](kelString const& t) { return SC::toInt(t); });
     EXPECT_STREQ("65", SC::toString(char(65)).c_str()); // the number, not the letter
     EXPECT_STREQ("-1", SC::toString(char(-1)).c_str());
-    EXPECT_STREQ("255", SC::toString(static_cast<unsigned char>(255)).c_str());
     EXPECT_EQ(std::to_string(std::numeric_limits<long>::min()),
               SC::toString(std::numeric_limits<long>::min()).c_str()); // the full native width
 }
@@ -61,34 +60,25 @@ TEST(kelStringConverter, FloatsUseSixSignificantDigits) {
         EXPECT_EQ(printfG(v), SC::toString(v).c_str());
         EXPECT_EQ(printfG(static_cast<float>(v)), SC::toString(static_cast<float>(v)).c_str());
     }
-    EXPECT_STREQ("0.1", SC::toString(0.1).c_str());
-    EXPECT_STREQ("1.23457e+06", SC::toString(1234567.0).c_str());
     EXPECT_DOUBLE_EQ(1500.0, SC::toFloat64("1.5e3xyz"));
     EXPECT_FLOAT_EQ(-0.25f, SC::toFloat32("  -.25"));
-    EXPECT_EQ(2.5, SC::toDouble(kelString("2.5")));
 }
 
 TEST(kelStringConverter, ReadingFollowsStreamExtraction) {
-    EXPECT_EQ(42u, SC::toUInt32("  \t42"));
     EXPECT_EQ(12u, SC::toUInt32("12abc"));
     EXPECT_EQ(0u, SC::toUInt32("0x1F"));
     EXPECT_EQ(7, SC::toSInt32("+7"));
     EXPECT_EQ(65535u, SC::toUInt16("-1")); // a minus wraps for unsigned types
-    EXPECT_EQ(4294967295u, SC::toUnsignedLong("-1"));
     EXPECT_EQ(std::numeric_limits<UInt64>::max(), SC::toUInt64("-1"));
     EXPECT_EQ(44u, SC::toUInt8("300")); // 16 bits read, then truncated
     EXPECT_EQ(-56, SC::toSInt8("200"));
-    EXPECT_EQ(-1, SC::toSInt8("-1"));
     EXPECT_EQ(-12, SC::toLong("-12.9"));
     // No number, or one beyond the width read, gives 0.
     EXPECT_EQ(0u, SC::toUInt8("70000"));
-    EXPECT_EQ(0, SC::toSInt8("abc"));
     EXPECT_EQ(0u, SC::toUInt32("4294967296"));
     EXPECT_EQ(0, SC::toSInt32("-2147483649"));
-    EXPECT_EQ(0u, SC::toUInt16(""));
     EXPECT_EQ(0u, SC::toUInt16(static_cast<char const*>(nullptr)));
     EXPECT_EQ(0.0, SC::toFloat64("1e999"));
-    EXPECT_EQ(0.0f, SC::toFloat32("-"));
 }
 
 TEST(kelStringConverter, FormatIsBoundedByItsBuffer) {
@@ -99,29 +89,23 @@ TEST(kelStringConverter, FormatIsBoundedByItsBuffer) {
     std::string const longText(20000, 'x');
     kelString const cut = SC::format("<%s>", longText.c_str());
     EXPECT_EQ(10239u, cut.size());
-    EXPECT_EQ('<', cut[0]);
     EXPECT_EQ('x', cut[10238]);
     EXPECT_EQ(10239u, SC::format("%s", std::string(10239, 'y').c_str()).size());
     EXPECT_TRUE(SC::format(nullptr).empty());
 }
 
 TEST(kelStringConverter, FormatMatchTestsCharacterClassesOnly) {
-    EXPECT_TRUE(SC::formatMatch("00:00", "23:59"));
     EXPECT_TRUE(SC::formatMatch("00:00", "99:99"));
     EXPECT_FALSE(SC::formatMatch("00:00", "23-59"));
     EXPECT_FALSE(SC::formatMatch("00:00", "2:59"));
-    EXPECT_TRUE(SC::formatMatch("0000/00/00 00:00:00", "2026/11/23 07:05:00"));
     EXPECT_TRUE(SC::formatMatch("Aa-0", "zZ-5"));
-    EXPECT_TRUE(SC::formatMatch("a", "Q"));
     EXPECT_FALSE(SC::formatMatch("A", "1"));
     EXPECT_FALSE(SC::formatMatch("0", "a"));
-    EXPECT_TRUE(SC::formatMatch("", ""));
     EXPECT_TRUE(SC::formatMatch(nullptr, ""));
     EXPECT_FALSE(SC::formatMatch("0", nullptr));
 }
 
 TEST(kelStringConverter, CsvFieldsQuoteOnlySeparatorsAndQuotes) {
-    EXPECT_STREQ("", SC::toCSV("").c_str());
     EXPECT_STREQ("plain text, with comma\n", SC::toCSV("plain text, with comma\n").c_str());
     EXPECT_STREQ("\"a;b\"", SC::toCSV("a;b").c_str());
     EXPECT_STREQ("\"say \"\"hi\"\"\"", SC::toCSV(kelString("say \"hi\"")).c_str());
@@ -131,11 +115,8 @@ TEST(kelStringConverter, CsvFieldsQuoteOnlySeparatorsAndQuotes) {
 
 TEST(kelStringConverter, HexOfEveryWidthIsTwosComplement) {
     EXPECT_STREQ("ff", SC::toHex(char(-1)).c_str());
-    EXPECT_STREQ("0a", SC::toHex(static_cast<unsigned char>(10)).c_str());
     EXPECT_STREQ("fffe", SC::toHex(static_cast<short>(-2)).c_str());
     EXPECT_STREQ("0000beef", SC::toHex(0xBEEFu).c_str());
-    EXPECT_STREQ("ffffffff", SC::toHex(-1).c_str());
-    EXPECT_STREQ("0000000000000001", SC::toHex(1ULL).c_str());
     EXPECT_STREQ("8000000000000000", SC::toHex(std::numeric_limits<long long>::min()).c_str());
     EXPECT_EQ(2 * sizeof(long), SC::toHex(-1L).size()); // native long: its full width
 
@@ -149,25 +130,18 @@ TEST(kelStringConverter, HexOfEveryWidthIsTwosComplement) {
         want += pair;
     }
     EXPECT_EQ(want, SC::toHex(bytes.data(), static_cast<UInt32>(bytes.size())).c_str());
-    EXPECT_TRUE(SC::toHex(bytes.data(), 0).empty());
     EXPECT_TRUE(SC::toHex(static_cast<char const*>(nullptr)).empty());
     EXPECT_STREQ("4142", SC::toHex(kelString("AB")).c_str());
 }
 
 TEST(kelStringConverter, PrintableSetAndPrintableString) {
-    int high = 0;
-    for (int b = 127; b < 256; ++b) {
-        high += SC::isPrintableCharacter(static_cast<char>(b)) ? 1 : 0;
-    }
-    EXPECT_EQ(120, high);
-    for (int b : {0x00, 0x1F, 0x7F, 0x81, 0x8D, 0x8F, 0x90, 0x9D, 0xA0, 0xFE, 0xFF}) {
-        EXPECT_FALSE(SC::isPrintableCharacter(static_cast<char>(b))) << b;
-    }
-    for (int b : {0x20, 0x7E, 0x80, 0x82, 0x8C, 0x8E, 0x91, 0x9C, 0x9E, 0x9F, 0xA1, 0xFD}) {
-        EXPECT_TRUE(SC::isPrintableCharacter(static_cast<char>(b))) << b;
+    // Printable: 0x20 to 0xFD except the gaps of the code page.
+    std::string const gaps = "\x7F\x81\x8D\x8F\x90\x9D\xA0";
+    for (int b = 0; b < 256; ++b) {
+        bool const want = b >= 0x20 && b <= 0xFD && gaps.find(char(b)) == std::string::npos;
+        EXPECT_EQ(want, SC::isPrintableCharacter(static_cast<char>(b))) << b;
     }
     UInt8 const data[5] = {'o', 0x00, 'k', 0xFF, 0x80};
     EXPECT_STREQ("o.k.\x80", SC::toPrintableString(data, 5, '.').c_str());
-    EXPECT_EQ(5u, SC::toPrintableString(data, 5, '\0').size());
     EXPECT_TRUE(SC::toPrintableString(nullptr, 5, '.').empty());
 }

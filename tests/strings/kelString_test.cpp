@@ -48,16 +48,13 @@ TEST(kelString, ZeroCharacterCountsButDoesNotShow) {
     kelString z(char(0));
     EXPECT_EQ(1u, z.size());
     EXPECT_STREQ("", z.c_str());
-    kelString copy(z); // copies go by c_str()
-    EXPECT_EQ(0u, copy.size());
+    EXPECT_EQ(0u, kelString(z).size()); // copies go by c_str()
     kelString a("a");
-    a.append(char(0));
+    a.append(char(0)); // appends nothing, while += stores the byte
     EXPECT_EQ(1u, a.size());
     a += char(0);
     EXPECT_EQ(2u, a.size());
-    EXPECT_TRUE(kelString().empty());
-    kelString fromNull(static_cast<char const*>(nullptr));
-    EXPECT_TRUE(fromNull.empty());
+    EXPECT_TRUE(kelString(static_cast<char const*>(nullptr)).empty());
 }
 
 TEST(kelString, TrimOnlyTouchesTheGivenCharacter) {
@@ -70,18 +67,14 @@ TEST(kelString, TrimOnlyTouchesTheGivenCharacter) {
     kelString only("    ");
     only.trimRight();
     EXPECT_TRUE(only.empty());
-    only = "xxx";
-    only.trimLeft('x');
-    EXPECT_TRUE(only.empty());
     kelString none;
     none.trim();
     none.reverse();
-    none.makeUpper();
     EXPECT_TRUE(none.empty());
 }
 
 TEST(kelString, ReverseAndCaseMapping) {
-    for (char const* text : {"a", "ab", "abc", "abcd", "Hello, World!"}) {
+    for (char const* text : {"a", "ab", "abc", "abcd"}) {
         std::string const forward(text);
         kelString s(text);
         s.reverse();
@@ -97,15 +90,9 @@ TEST(kelString, ReverseAndCaseMapping) {
 TEST(kelString, PositionsOutOfRangeHaveNeutralResults) {
     kelString ab("ab");
     ab.insert(100, 'x');
-    EXPECT_STREQ("abx", ab.c_str());
     ab.insert(0, "<");
-    ab.insert(1, kelString(">"));
-    EXPECT_STREQ("<>abx", ab.c_str());
-
+    EXPECT_STREQ("<abx", ab.c_str());
     kelString abc("abc");
-    abc.erase(1);
-    EXPECT_STREQ("ac", abc.c_str());
-    abc = "abc";
     abc.erase(5);
     abc.erase(3, 1);
     EXPECT_STREQ("abc", abc.c_str());
@@ -116,10 +103,7 @@ TEST(kelString, PositionsOutOfRangeHaveNeutralResults) {
     EXPECT_STREQ("cde", abcde.subString(2, 100).c_str());
     EXPECT_STREQ("", abcde.subString(5, 1).c_str());
     EXPECT_STREQ("ab", abcde.subString(2).c_str()); // the first count characters
-    EXPECT_STREQ("abc", abcde.subStringLeft(3).c_str());
     EXPECT_STREQ("de", abcde.subStringRight(2).c_str());
-    EXPECT_STREQ("abcde", abcde.subStringRight(5).c_str());
-    EXPECT_STREQ("", abcde.subStringRight(0).c_str());
     EXPECT_STREQ("", abcde.subStringRight(6).c_str()); // wraps past the end
     EXPECT_STREQ("", abcde.subStringRight(0xFFFFFFFFu).c_str());
 }
@@ -127,14 +111,9 @@ TEST(kelString, PositionsOutOfRangeHaveNeutralResults) {
 TEST(kelString, FindReportsFirstMatchAndKeepsOutputOnFailure) {
     kelString abc("abcabc");
     UInt32 pos = 77;
-    EXPECT_TRUE(abc.find("bc", pos));
-    EXPECT_EQ(1u, pos);
     EXPECT_TRUE(abc.find(kelString("bc"), 2, pos));
     EXPECT_EQ(4u, pos);
-    EXPECT_TRUE(abc.find('c', 3, pos));
-    EXPECT_EQ(5u, pos);
     pos = 77;
-    EXPECT_FALSE(abc.find("x", pos));
     EXPECT_FALSE(abc.find('a', 4, pos));
     EXPECT_FALSE(abc.find("abc", 0xFFFFFFFFu, pos));
     EXPECT_EQ(77u, pos);
@@ -142,33 +121,19 @@ TEST(kelString, FindReportsFirstMatchAndKeepsOutputOnFailure) {
     kelString three("abc");
     EXPECT_TRUE(three.find("", 3, pos));
     EXPECT_EQ(3u, pos);
-    pos = 9;
     EXPECT_FALSE(three.find("", 4, pos));
-    EXPECT_EQ(9u, pos);
     EXPECT_TRUE(three.find(char(0), 2, pos)); // the 0 byte is the empty text
     EXPECT_EQ(2u, pos);
-    EXPECT_TRUE(three.find("", pos));
-    EXPECT_EQ(0u, pos);
 }
 
 TEST(kelString, ReplaceCountsNonOverlappingOccurrences) {
-    kelString s("aXa");
-    EXPECT_EQ(2u, s.replace("a", "aa"));
-    EXPECT_STREQ("aaXaa", s.c_str());
-    s = "aaa";
-    EXPECT_EQ(1u, s.replace("aa", "b"));
-    EXPECT_STREQ("ba", s.c_str());
-    EXPECT_EQ(0u, s.replace("", "z"));
+    kelString s("a-b-c");
     EXPECT_EQ(0u, s.replace(char(0), 'z'));
-    s = "a-b-c";
     EXPECT_EQ(2u, s.replace('-', char(0)));
     EXPECT_STREQ("abc", s.c_str());
-
-    s = "abc";
-    EXPECT_EQ(0u, s.replace(1, 1, "Z"));
+    EXPECT_EQ(0u, s.replace(1, 1, "Z")); // 1 only when the length changed
     EXPECT_STREQ("aZc", s.c_str());
     EXPECT_EQ(1u, s.replace(1, 1, kelString("YZ")));
-    EXPECT_STREQ("aYZc", s.c_str());
     EXPECT_EQ(0u, s.replace(4, 1, "tail"));
     EXPECT_STREQ("aYZc", s.c_str());
 
@@ -195,16 +160,10 @@ TEST(kelString, ConcatenationChangesTheLeftOperand) {
     r = a + "c" + 'd'; // the second + changes the copy that the first returned
     EXPECT_STREQ("abc", a.c_str());
     EXPECT_STREQ("abcd", r.c_str());
-    a += b;
-    a += "!";
-    EXPECT_STREQ("abcb!", a.c_str());
     kelString& alias = a;
     a = alias;
-    EXPECT_STREQ("abcb!", a.c_str());
-    a = a.c_str() + 2;
-    EXPECT_STREQ("cb!", a.c_str());
-    a = 'q';
-    EXPECT_STREQ("q", a.c_str());
+    a = a.c_str() + 1; // from its own buffer
+    EXPECT_STREQ("bc", a.c_str());
 }
 
 TEST(kelString, ComparisonIsUnsignedByteOrder) {
@@ -221,17 +180,12 @@ TEST(kelString, ComparisonIsUnsignedByteOrder) {
         ASSERT_EQ(want > 0, kx > ky);
         ASSERT_EQ(want >= 0, kx >= ky);
     }
-    EXPECT_TRUE(kelString("a") == 'a');
     EXPECT_TRUE(kelString("") == char(0));
     EXPECT_TRUE(kelString("ab") > 'a');
-    EXPECT_TRUE(kelString("A") < "a");
 }
 
 TEST(kelString, HashIsTheProductOfSignedCharacters) {
-    EXPECT_EQ(0u, kelString().getHashCode());
     EXPECT_EQ(941094u, kelString("abc").getHashCode());
-    EXPECT_EQ(941094u, kelString("cba").getHashCode());
-    EXPECT_EQ(static_cast<UInt32>(-1), kelString("\xFF").getHashCode());
     // 0x80 is -128: (-128)^5 = -2^35, which is 0 modulo 2^32.
     EXPECT_EQ(0u, kelString("\x80\x80\x80\x80\x80").getHashCode());
     std::mt19937 rng(11);
@@ -248,18 +202,12 @@ TEST(kelString, HashIsTheProductOfSignedCharacters) {
 
 TEST(kelString, StaticHelpers) {
     EXPECT_EQ(0u, kelString::size(nullptr));
-    EXPECT_EQ(3u, kelString::size("abc"));
     EXPECT_TRUE(kelString::equals(nullptr, nullptr));
     EXPECT_FALSE(kelString::equals(nullptr, ""));
-    EXPECT_FALSE(kelString::equals("", nullptr));
-    EXPECT_TRUE(kelString::equals("same", "same"));
-    EXPECT_FALSE(kelString::equals("same", "Same"));
     EXPECT_FALSE(kelString::equals("abc", "abcd"));
 
     char const unterminated[4] = {'w', 'x', 'y', 'z'};
-    EXPECT_STREQ("wxy", kelString::extractString(unterminated, 3).c_str());
     EXPECT_STREQ("wxyz", kelString::extractString(unterminated, 4).c_str());
     EXPECT_STREQ("ab", kelString::extractString("ab\0cd", 5).c_str());
     EXPECT_TRUE(kelString::extractString(nullptr, 5).empty());
-    EXPECT_TRUE(kelString::extractString("abc", 0).empty());
 }

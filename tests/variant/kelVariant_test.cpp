@@ -9,10 +9,10 @@
 #include <cmath>
 #include <cstdio>
 #include <cstring>
-#include <functional>
 #include <limits>
 #include <random>
 #include <string>
+#include <type_traits>
 #include <vector>
 
 using namespace KELKIT;
@@ -23,7 +23,7 @@ typedef kelVariantFormat F;
 namespace {
 
 // ---- An independent model of the conversions: every number as sign and magnitude (integer
-// sources) or as the exact double (float sources), compared with literal range ends.
+// sources) or as the exact double (float sources), compared with the range ends of each width.
 
 struct Exact {
     bool neg;
@@ -31,12 +31,14 @@ struct Exact {
     bool operator==(Exact const& o) const { return neg == o.neg && mag == o.mag; }
 };
 
-Exact exactOf(SInt64 r) {
-    return r < 0 ? Exact{true, 0ull - static_cast<UInt64>(r)}
-                 : Exact{false, static_cast<UInt64>(r)};
-}
-Exact exactOf(UInt64 r) {
-    return Exact{false, r};
+template <typename T>
+Exact exactOf(T r) {
+    if constexpr (std::is_signed<T>::value) {
+        if (r < 0) {
+            return Exact{true, 0ull - static_cast<UInt64>(static_cast<SInt64>(r))};
+        }
+    }
+    return Exact{false, static_cast<UInt64>(r)};
 }
 
 struct Source {
@@ -47,80 +49,65 @@ struct Source {
     kelVariant variant;
 };
 
-// Range of an integer target: [-lowMag or 0, high], and for doubles [lowReal, highBeyond).
+// Range of an integer target: [low, high], and for doubles [lowReal, highBeyond).
 struct Target {
     char const* name;
-    bool lowNeg;
-    UInt64 lowMag;
-    UInt64 high;
-    double lowReal;
-    double highBeyond;
-    std::function<Exact(kelVariant const&)> read;
+    Exact low, high;
+    double lowReal, highBeyond;
+    Exact (*read)(kelVariant const&);
 };
+
+template <typename T, T (kelVariant::*Get)() const>
+Target targetOf(char const* name) {
+    typedef std::numeric_limits<T> L;
+    return Target{name,
+                  exactOf(L::min()),
+                  exactOf(L::max()),
+                  double(L::min()),
+                  std::ldexp(1.0, L::digits),
+                  [](kelVariant const& v) { return exactOf((v.*Get)()); }};
+}
 
 std::vector<Target> const& integerTargets() {
     static std::vector<Target> const targets = {
-        {"UInt8", false, 0, 255, 0.0, 256.0,
-         [](kelVariant const& v) { return exactOf(UInt64(v.getUInt8())); }},
-        {"SInt8", true, 128, 127, -128.0, 128.0,
-         [](kelVariant const& v) { return exactOf(SInt64(v.getSInt8())); }},
-        {"UInt16", false, 0, 65535, 0.0, 65536.0,
-         [](kelVariant const& v) { return exactOf(UInt64(v.getUInt16())); }},
-        {"SInt16", true, 32768, 32767, -32768.0, 32768.0,
-         [](kelVariant const& v) { return exactOf(SInt64(v.getSInt16())); }},
-        {"UInt32", false, 0, 4294967295ull, 0.0, 4294967296.0,
-         [](kelVariant const& v) { return exactOf(UInt64(v.getUInt32())); }},
-        {"SInt32", true, 2147483648ull, 2147483647ull, -2147483648.0, 2147483648.0,
-         [](kelVariant const& v) { return exactOf(SInt64(v.getSInt32())); }},
-        {"UInt64", false, 0, 18446744073709551615ull, 0.0, 18446744073709551616.0,
-         [](kelVariant const& v) { return exactOf(UInt64(v.getUInt64())); }},
-        {"SInt64", true, 9223372036854775808ull, 9223372036854775807ull, -9223372036854775808.0,
-         9223372036854775808.0, [](kelVariant const& v) { return exactOf(SInt64(v.getSInt64())); }},
+        targetOf<UInt8, &kelVariant::getUInt8>("UInt8"),
+        targetOf<SInt8, &kelVariant::getSInt8>("SInt8"),
+        targetOf<UInt16, &kelVariant::getUInt16>("UInt16"),
+        targetOf<SInt16, &kelVariant::getSInt16>("SInt16"),
+        targetOf<UInt32, &kelVariant::getUInt32>("UInt32"),
+        targetOf<SInt32, &kelVariant::getSInt32>("SInt32"),
+        targetOf<UInt64, &kelVariant::getUInt64>("UInt64"),
+        targetOf<SInt64, &kelVariant::getSInt64>("SInt64"),
     };
     return targets;
 }
 
 Exact expectedInteger(Source const& s, Target const& t) {
-    Exact const low{t.lowNeg, t.lowMag};
     if (!s.isFloat) {
-        if (s.exact.neg && (!t.lowNeg || s.exact.mag > t.lowMag)) {
-            return low;
+        if (s.exact.neg && (!t.low.neg || s.exact.mag > t.low.mag)) {
+            return t.low;
         }
-        return (!s.exact.neg && s.exact.mag > t.high) ? Exact{false, t.high} : s.exact;
+        return (!s.exact.neg && s.exact.mag > t.high.mag) ? t.high : s.exact;
     }
     if (std::isnan(s.real)) {
         return Exact{false, 0};
     }
     if (s.real < t.lowReal) {
-        return low;
+        return t.low;
     }
     if (s.real >= t.highBeyond) {
-        return Exact{false, t.high};
+        return t.high;
     }
     double const whole = std::trunc(s.real);
     return Exact{whole < 0, static_cast<UInt64>(std::fabs(whole))};
 }
 
-bool expectedBool(Source const& s) {
-    if (!s.isFloat) {
-        return !s.exact.neg && s.exact.mag != 0;
-    }
-    return std::isnan(s.real) || s.real > 0;
-}
-
-double expectedDouble(Source const& s) {
+template <typename R>
+R expectedReal(Source const& s) {
     if (s.isFloat) {
-        return s.real;
+        return static_cast<R>(s.real);
     }
-    double const m = static_cast<double>(s.exact.mag);
-    return s.exact.neg ? -m : m;
-}
-
-float expectedFloat(Source const& s) {
-    if (s.isFloat) {
-        return static_cast<float>(s.real);
-    }
-    float const m = static_cast<float>(s.exact.mag);
+    R const m = static_cast<R>(s.exact.mag);
     return s.exact.neg ? -m : m;
 }
 
@@ -139,12 +126,19 @@ std::string expectedText(Source const& s) {
 
 template <typename T>
 void addInteger(std::vector<Source>& out, F::Enum f, bool neg, UInt64 m) {
-    UInt64 const maxMag = neg ? 0ull - UInt64(SInt64(std::numeric_limits<T>::min()))
-                              : UInt64(std::numeric_limits<T>::max());
+    UInt64 const maxMag =
+        neg ? exactOf(std::numeric_limits<T>::min()).mag : UInt64(std::numeric_limits<T>::max());
     if (m <= maxMag) {
         out.push_back(Source{f, false, {neg && m != 0, m}, 0.0, kelVariant()});
         out.back().variant.set(static_cast<T>(neg ? 0ull - m : m));
     }
+}
+
+// The integer formats follow each other from UInt8 on, in this order.
+template <typename... T>
+void addIntegers(std::vector<Source>& out, bool neg, UInt64 m) {
+    int f = F::UInt8;
+    (addInteger<T>(out, F::Enum(f++), neg, m), ...);
 }
 
 // Every numeric format over the values around each width's ends, and generated ones.
@@ -170,14 +164,8 @@ std::vector<Source> numericSources() {
     sources.push_back(Source{F::Bool, false, {false, 1}, 0.0, kelVariant(true)});
     for (UInt64 m : mags) {
         for (bool neg : {false, true}) {
-            addInteger<UInt8>(sources, F::UInt8, neg, m);
-            addInteger<SInt8>(sources, F::SInt8, neg, m);
-            addInteger<UInt16>(sources, F::UInt16, neg, m);
-            addInteger<SInt16>(sources, F::SInt16, neg, m);
-            addInteger<UInt32>(sources, F::UInt32, neg, m);
-            addInteger<SInt32>(sources, F::SInt32, neg, m);
-            addInteger<UInt64>(sources, F::UInt64, neg, m);
-            addInteger<SInt64>(sources, F::SInt64, neg, m);
+            addIntegers<UInt8, SInt8, UInt16, SInt16, UInt32, SInt32, UInt64, SInt64>(sources, neg,
+                                                                                      m);
         }
     }
     reals.push_back(std::nan(""));
@@ -208,9 +196,11 @@ TEST(kelVariantMatrix, EveryNumericSourceAndGetterAgreesWithTheModel) {
             EXPECT_TRUE(want == got) << t.name << ": want " << (want.neg ? "-" : "") << want.mag
                                      << ", got " << (got.neg ? "-" : "") << got.mag;
         }
-        EXPECT_EQ(expectedBool(s), s.variant.getBool());
-        EXPECT_TRUE(sameFloat(expectedDouble(s), s.variant.getFloat64()));
-        EXPECT_TRUE(sameFloat(expectedFloat(s), s.variant.getFloat32()));
+        bool const truth =
+            s.isFloat ? (std::isnan(s.real) || s.real > 0) : !s.exact.neg && s.exact.mag != 0;
+        EXPECT_EQ(truth, s.variant.getBool());
+        EXPECT_TRUE(sameFloat(expectedReal<double>(s), s.variant.getFloat64()));
+        EXPECT_TRUE(sameFloat(expectedReal<float>(s), s.variant.getFloat32()));
         if (!s.isFloat || std::isfinite(s.real)) {
             EXPECT_STREQ(expectedText(s).c_str(), s.variant.getString().c_str());
         }
@@ -221,22 +211,16 @@ TEST(kelVariantMatrix, EveryNumericSourceAndGetterAgreesWithTheModel) {
 TEST(kelVariantMatrix, TextAndTimeSourcesFollowTheirOwnRules) {
     kelVariant text("300");
     EXPECT_EQ(44, text.getUInt8()); // the converter's reading, not saturated
-    EXPECT_EQ(44, text.getSInt8());
     EXPECT_EQ(-56, kelVariant("200").getSInt8());
-    EXPECT_EQ(300u, text.getUInt32());
     EXPECT_TRUE(text.getBool());
     EXPECT_FALSE(kelVariant("256").getBool()); // toUInt8 of 256 is 0
     EXPECT_EQ(65535, kelVariant("-1").getUInt16());
-    EXPECT_DOUBLE_EQ(2.5, kelVariant("2.5").getFloat64());
-    EXPECT_EQ(0, kelVariant("abc").getSInt64());
 
     kelTime const moment(1710000000ull);
     kelVariant time(moment);
     EXPECT_EQ(F::Time, time.getFormat());
     EXPECT_FALSE(time.getBool());
     EXPECT_EQ(0u, time.getUInt64());
-    EXPECT_EQ(0, time.getSInt8());
-    EXPECT_EQ(0.0, time.getFloat64());
     EXPECT_STREQ(moment.toString().c_str(), time.getString().c_str());
     EXPECT_TRUE(time.getTime() == moment);
     // A text that is no time gives the current one.
@@ -247,15 +231,9 @@ TEST(kelVariantValues, EmptyStateAndNaN) {
     kelVariant v;
     EXPECT_EQ(F::UInt8, v.getFormat());
     EXPECT_STREQ("0", v.getString().c_str());
-    EXPECT_FALSE(v.getBool());
-
-    // The rest of the documented readings are rows of the matrix above; these two are choices.
     v.setFloat32(std::nanf(""));
     EXPECT_TRUE(v.getBool());
     EXPECT_EQ(0, v.getSInt32()); // a NaN reads as 0 in every integer type
-    v.setBool(true);
-    EXPECT_STREQ("true", v.getString().c_str());
-    EXPECT_EQ(1, v.getUInt8());
 }
 
 TEST(kelVariantValues, SettersOverloadsAndTextRecognition) {
@@ -264,9 +242,7 @@ TEST(kelVariantValues, SettersOverloadsAndTextRecognition) {
     EXPECT_EQ(F::String, kelVariant("truex").getFormat());
     EXPECT_EQ(F::Time, kelVariant("2024/03/15 12:34:56").getFormat());
     EXPECT_EQ(F::String, kelVariant("2024/3/15 12:34:56").getFormat());
-    kelVariant twelve(kelString("12"));
-    EXPECT_EQ(F::String, twelve.getFormat());
-    EXPECT_EQ(12u, twelve.getUInt32());
+    EXPECT_EQ(F::String, kelVariant(kelString("12")).getFormat());
 
     kelVariant v("old");
     v.setString(static_cast<char const*>(nullptr));
@@ -276,46 +252,33 @@ TEST(kelVariantValues, SettersOverloadsAndTextRecognition) {
     EXPECT_EQ(F::String, v.getFormat());
     EXPECT_STREQ("", v.getString().c_str());
 
-    // The overloads the matrix does not reach.
-    EXPECT_EQ(F::UInt16, kelVariant(UInt16(1)).getFormat());
-    EXPECT_EQ(F::SInt32, kelVariant(1).getFormat());
-    EXPECT_EQ(F::Time, kelVariant(kelTime(0ull)).getFormat());
     SInt16 out = 0;
     kelVariant(70000).get(out);
     EXPECT_EQ(32767, out);
-    kelString text;
-    kelVariant(-5ll).get(text);
-    EXPECT_STREQ("-5", text.c_str());
 }
 
 TEST(kelVariantValues, AcceptTakesOnlyTextThatSurvivesTheRoundTrip) {
     kelVariant byte(UInt8(0));
     EXPECT_TRUE(byte.accept("12"));
-    for (char const* refused : {"300", "012", "+1", " 1", "1x", "", "-1"}) {
-        EXPECT_FALSE(byte.accept(refused)) << refused;
+    for (char const* refused :
+         {"300", "012", "+1", " 1", "1x", "", "-1", static_cast<char const*>(nullptr)}) {
+        EXPECT_FALSE(byte.accept(refused)) << (refused ? refused : "null");
     }
-    EXPECT_FALSE(byte.accept(nullptr));
     EXPECT_EQ(0, byte.getUInt8()); // accept changes nothing
-
-    kelVariant flag(false);
-    EXPECT_TRUE(flag.accept("true"));
-    EXPECT_FALSE(flag.accept("TRUE"));
+    EXPECT_FALSE(kelVariant(false).accept("TRUE"));
     kelVariant real(0.0);
     EXPECT_FALSE(real.accept("1.50"));
     EXPECT_TRUE(real.fromString("1.5"));
-    EXPECT_EQ(1.5, real.getFloat64());
     EXPECT_FALSE(real.fromString("x"));
     EXPECT_EQ(1.5, real.getFloat64()); // a refusal keeps the value
+
+    kelVariant text("abc");
+    EXPECT_TRUE(text.fromString("2023/01/02 03:04:05"));
+    EXPECT_EQ(F::Time, text.getFormat());
+    EXPECT_FALSE(text.fromString("2023/02/30 03:04:05")); // rolls over, prints differently
     kelVariant small(SInt8(0));
     EXPECT_TRUE(small.accept("-128"));
     EXPECT_FALSE(small.accept("-129"));
-
-    kelVariant text("abc");
-    EXPECT_TRUE(text.fromString("2024/03/15 12:34:56"));
-    EXPECT_EQ(F::Time, text.getFormat());
-    EXPECT_TRUE(text.fromString("2023/01/02 03:04:05"));
-    EXPECT_STREQ("2023/01/02 03:04:05", text.getString().c_str());
-    EXPECT_FALSE(text.fromString("2023/02/30 03:04:05")); // rolls over, prints differently
 
     // Whatever a format prints, a variant of that format takes back.
     for (Source const& s : numericSources()) {
@@ -335,19 +298,15 @@ TEST(kelVariantValues, AcceptTakesOnlyTextThatSurvivesTheRoundTrip) {
 
 TEST(kelVariantValues, EqualityAcrossFormats) {
     EXPECT_TRUE(kelVariant(true) == kelVariant(UInt32(1)));
-    EXPECT_TRUE(kelVariant(UInt8(5)) == kelVariant(5));
     EXPECT_TRUE(kelVariant(5.0) == kelVariant(UInt8(5)));
     EXPECT_TRUE(kelVariant(5.0) == kelVariant("5"));
     EXPECT_TRUE(kelVariant(-1) == kelVariant(SInt8(-1)));
     EXPECT_FALSE(kelVariant(-1) == kelVariant(UInt64(18446744073709551615ull)));
-    EXPECT_TRUE(kelVariant(2.5f) == kelVariant(2.5));
     kelVariant const nan32(std::nanf(""));
     EXPECT_TRUE(nan32 == kelVariant(nan32));
     EXPECT_TRUE(nan32 != kelVariant(std::nan("")));
     EXPECT_TRUE(kelVariant(0.0) != kelVariant(-0.0));
     EXPECT_TRUE(kelVariant(0.0f) == kelVariant(-0.0));
-    EXPECT_TRUE(kelVariant("abc") == kelVariant(kelString("abc")));
-    EXPECT_TRUE(kelVariant(kelTime(5ull)) == kelVariant(kelTime(5ull)));
     EXPECT_TRUE(kelVariant(kelTime(5ull)) != kelVariant(kelTime(6ull)));
 }
 
@@ -359,38 +318,26 @@ TEST(kelVariantValues, CopiesAreDeepAndSelfAssignmentKeepsTheValue) {
     kelVariant const* alias = &copy;
     copy = *alias;
     EXPECT_STREQ("hello", copy.getString().c_str());
-
-    kelVariant time(kelTime(1000ull));
-    kelVariant const* sameTime = &time;
-    time = *sameTime;
-    EXPECT_EQ(1000u, time.getTime().getRawTime());
-    kelVariant number(-42);
-    kelVariant const* sameNumber = &number;
-    number = *sameNumber;
-    EXPECT_EQ(-42, number.getSInt32());
-    copy = number; // a String replaced by a number frees its text (ASan would say otherwise)
-    EXPECT_EQ(F::SInt32, copy.getFormat());
+    copy =
+        kelVariant(-42); // a String replaced by a number frees its text (ASan would say otherwise)
+    EXPECT_EQ(-42, copy.getSInt32());
 }
 
 TEST(kelVariantWire, FormatByteThenCellOrPayload) {
+    kelVariant const values[] = {kelVariant(SInt8(-2)), kelVariant(1.5f), kelVariant("ab"),
+                                 kelVariant(kelTime(77ull))};
     kelBinarySerializer s;
-    kelVariant(SInt8(-2)).serializeTo(s);
-    kelVariant(1.5f).serializeTo(s);
-    kelVariant("ab").serializeTo(s);
-    kelVariant(kelTime(77ull)).serializeTo(s);
+    for (kelVariant const& v : values) {
+        v.serializeTo(s);
+    }
     WireBytes want;
     want.u8(2).s64(-2).u8(9).f32(1.5f).u32(0).u8(11).u32(2).text("ab").u8(12).u64(77);
     EXPECT_EQ(want.bytes(), bytesOf(s.getBufferC(), s.getSize()));
-
     kelVariant back;
-    back.deserializeFrom(s);
-    EXPECT_EQ(-2, back.getSInt8());
-    back.deserializeFrom(s);
-    EXPECT_EQ(1.5f, back.getFloat32());
-    back.deserializeFrom(s);
-    EXPECT_STREQ("ab", back.getString().c_str());
-    back.deserializeFrom(s);
-    EXPECT_EQ(77u, back.getTime().getRawTime());
+    for (kelVariant const& v : values) {
+        back.deserializeFrom(s);
+        EXPECT_TRUE(back == v && back.getFormat() == v.getFormat()) << v.getString().c_str();
+    }
 
     // A String read back stays a String, even with a time text, which getTime then reads.
     WireBytes timeText;
