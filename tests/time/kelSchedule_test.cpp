@@ -56,12 +56,13 @@ protected:
 
 struct Zone {
     char const* name;
+    char const* tag;   // the test name's suffix, which the Windows per-zone runs filter on
     UInt64 changes[4]; // the instants of the zone's daylight-saving changes in 2023 and 2024
 };
 
 Zone const ZONES[] = {
-    {"America/New_York", {1678604400, 1699164000, 1710054000, 1730613600}},
-    {"Australia/Sydney", {1680364800, 1696089600, 1712419200, 1728144000}},
+    {"America/New_York", "NewYork", {1678604400, 1699164000, 1710054000, 1730613600}},
+    {"Australia/Sydney", "Sydney", {1680364800, 1696089600, 1712419200, 1728144000}},
 };
 
 void PrintTo(Zone const& zone, std::ostream* out) {
@@ -207,14 +208,11 @@ TEST_F(kelScheduleUtc, TextRoundTripsGeneratedSchedules) {
                 days.add(kelWeekDay(v));
                 months.add(kelMonth(v));
             }
-            kelListWeekDay sortedDays(days);
-            kelListMonth sortedMonths(months);
-            sortedDays.sort();
-            sortedMonths.sort();
             int const day = static_cast<int>(rng() % 40) - 5;
             form == 3 ? s.setWeekly(time, days) : s.setMontly(time, day, months);
-            form == 3 ? expected.setWeekly(time, sortedDays)
-                      : expected.setMontly(time, day, sortedMonths);
+            days.sort();
+            months.sort();
+            form == 3 ? expected.setWeekly(time, days) : expected.setMontly(time, day, months);
         }
         if (form < 3) {
             expected = s;
@@ -222,7 +220,6 @@ TEST_F(kelScheduleUtc, TextRoundTripsGeneratedSchedules) {
         kelSchedule read;
         ASSERT_TRUE(read.fromString(text(s).c_str())) << text(s);
         ASSERT_TRUE(read == expected) << text(s) << " read back as " << text(read);
-        EXPECT_EQ(text(expected), text(read));
         EXPECT_EQ(0, read.getTime().getSecond());
         EXPECT_EQ(form >= 2 ? 2000 : time.getYear(), read.getTime().getYear()) << text(s);
     }
@@ -291,7 +288,4 @@ TEST_P(kelScheduleZones, RepeatedClockTimeReadsOneWay) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Zones, kelScheduleZones, testing::ValuesIn(ZONES),
-                         [](testing::TestParamInfo<Zone> const& info) {
-                             return info.index == 0 ? std::string("NewYork")
-                                                    : std::string("Sydney");
-                         });
+                         [](testing::TestParamInfo<Zone> const& info) { return info.param.tag; });
