@@ -25,10 +25,9 @@ namespace {
 // A name no other run of the suite uses, so that parallel runs and leftovers do not meet.
 std::string uniqueName(char const* what) {
     static std::atomic<int> counter{0};
-    std::ostringstream name;
-    name << "kelcore-test-" << what << '-'
-         << std::chrono::steady_clock::now().time_since_epoch().count() << '-' << ++counter;
-    return name.str();
+    auto const now = std::chrono::steady_clock::now().time_since_epoch().count();
+    return "kelcore-test-" + std::string(what) + '-' + std::to_string(now) + '-' +
+           std::to_string(++counter);
 }
 
 void waitForFile(fs::path const& path) {
