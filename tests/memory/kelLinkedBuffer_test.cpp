@@ -106,18 +106,24 @@ TEST(kelLinkedBuffer, MatchesALiteralWalkFromTheHead) {
     for (int round = 0; round < 60; ++round) {
         kelLinkedBuffer buffer;
         ReferenceChain reference;
-        UInt32 const blockSize = 1 + static_cast<UInt32>(rng() % 300);
-        buffer.setDefaultBlockSize(blockSize);
-        reference.blockSize = blockSize;
+        if (round > 0) { // the first round keeps the default size
+            reference.blockSize = 1 + static_cast<UInt32>(rng() % 300);
+            buffer.setDefaultBlockSize(reference.blockSize);
+        }
+        UInt32 const blockSize = reference.blockSize;
         UInt64 cursor = 0; // mostly sequential, sometimes anywhere
         for (int step = 0; step < 150; ++step) {
             UInt64 const offset = rng() % 4 == 0 ? rng() % (reference.capacity() + 50) : cursor;
             UInt32 const size = static_cast<UInt32>(rng() % (2 * blockSize + 3));
-            int const operation = static_cast<int>(rng() % 8);
+            int const operation = static_cast<int>(rng() % 9);
             if (operation == 0) {
                 UInt64 const wanted = rng() % (reference.capacity() + 20);
                 ASSERT_EQ(reference.resize(wanted), buffer.resize(wanted));
-            } else if (operation < 4) {
+            } else if (operation == 1) {
+                UInt64 const wanted = rng() % (reference.capacity() + 3 * blockSize);
+                reference.reserve(wanted);
+                ASSERT_TRUE(buffer.reserve(wanted));
+            } else if (operation < 5) {
                 std::vector<int> const want = reference.read(size, offset);
                 std::vector<UInt8> got(size, 0);
                 ASSERT_EQ(want.size(), buffer.read(got.data(), size, offset));
@@ -146,23 +152,9 @@ TEST(kelLinkedBuffer, MatchesALiteralWalkFromTheHead) {
 
 TEST(kelLinkedBuffer, GapsEndsAndBlockCounts) {
     kelLinkedBuffer buffer;
-    UInt8 bytes[3000] = {};
-    UInt8 out[2000];
-    EXPECT_EQ(0u, buffer.read(out, 10, 0));
-    EXPECT_TRUE(buffer.write(bytes, 0, 0));
-    EXPECT_EQ(0u, buffer.getCapacity());
+    UInt8 const bytes[10] = {};
     EXPECT_FALSE(buffer.write(bytes, 10, 5000)); // behind a gap: blocks come, the data cannot
     EXPECT_EQ(5u * 1024, buffer.getCapacity());
-    buffer.clear();
-    EXPECT_TRUE(buffer.write(bytes, 10, 0));
-    EXPECT_EQ(100u, buffer.read(out, 100, 0)); // on into the unwritten end of the block
-    EXPECT_EQ(1024u, buffer.read(out, 2000, 0));
-
-    kelLinkedBuffer small;
-    small.setDefaultBlockSize(100);
-    EXPECT_TRUE(small.write(bytes, 250, 0));
-    EXPECT_TRUE(small.reserve(0));
-    EXPECT_EQ(300u, small.getCapacity());
 }
 
 TEST(kelBufferedSerializer, ReadsAndWritesThroughTheChain) {
