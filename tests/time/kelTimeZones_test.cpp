@@ -21,6 +21,10 @@ struct Zone {
     // Instants around this year's changes, and their local text (from GNU date).
     UInt64 instants[4];
     char const* texts[4];
+    // A clock time the spring change skips, and where it lands: read as daylight time, half an
+    // hour before the change.
+    char const* skipped;
+    UInt64 skippedRaw;
 };
 
 Zone const ZONES[] = {
@@ -29,13 +33,17 @@ Zone const ZONES[] = {
      -18000,
      -14400,
      {1710053999, 1710054000, 1730611800, 1730615400},
-     {"2024/03/10 01:59:59", "2024/03/10 03:00:00", "2024/11/03 01:30:00", "2024/11/03 01:30:00"}},
+     {"2024/03/10 01:59:59", "2024/03/10 03:00:00", "2024/11/03 01:30:00", "2024/11/03 01:30:00"},
+     "2024/03/10 02:30:00",
+     1710054000 - 1800},
     {"Australia/Sydney",
      "Sydney",
      36000,
      39600,
      {1712419199, 1712419200, 1728143999, 1728144000},
-     {"2024/04/07 02:59:59", "2024/04/07 02:00:00", "2024/10/06 01:59:59", "2024/10/06 03:00:00"}},
+     {"2024/04/07 02:59:59", "2024/04/07 02:00:00", "2024/10/06 01:59:59", "2024/10/06 03:00:00"},
+     "2024/10/06 02:30:00",
+     1728144000 - 1800},
 };
 
 void PrintTo(Zone const& zone, std::ostream* out) {
@@ -108,6 +116,9 @@ TEST_P(kelTimeZones, KnownInstantsAroundTheChangesAndExactDays) {
         EXPECT_STREQ(GetParam().texts[i], t.toString().c_str());
         EXPECT_TRUE(t.isValid()); // both readings of a repeated hour convert back to themselves
     }
+    kelTime skipped(0ull);
+    ASSERT_TRUE(skipped.fromString(GetParam().skipped));
+    EXPECT_EQ(GetParam().skippedRaw, skipped.getRawTime());
     // Days and weeks are exact seconds: across a change the local hour moves by the shift.
     UInt64 const before = GetParam().instants[0] - 12 * 3600;
     long long const shift = GetParam().daylightOffset - GetParam().standardOffset;
