@@ -43,17 +43,33 @@ void kelFileLogger::print(char const* text) {
         return;
     }
     std::FILE* const file = mFile.get();
-    // The pieces between line feeds go out as they are, each line feed as the separator.
+    // The text is translated into a block on the stack and written a block at a time: one
+    // fwrite for a usual line, whatever its line feeds.
+    char block[1024];
+    std::size_t used = 0;
+    auto put = [&](char const* bytes, std::size_t count) {
+        if (used + count > sizeof block) {
+            std::fwrite(block, 1, used, file);
+            used = 0;
+            if (count > sizeof block) {
+                std::fwrite(bytes, 1, count, file);
+                return;
+            }
+        }
+        std::memcpy(block + used, bytes, count);
+        used += count;
+    };
     for (char const* piece = text;;) {
         char const* const lineFeed = std::strchr(piece, '\n');
         if (lineFeed == nullptr) {
-            std::fwrite(piece, 1, std::strlen(piece), file);
+            put(piece, std::strlen(piece));
             break;
         }
-        std::fwrite(piece, 1, static_cast<std::size_t>(lineFeed - piece), file);
-        std::fwrite(separator, 1, separatorLength, file);
+        put(piece, static_cast<std::size_t>(lineFeed - piece));
+        put(separator, separatorLength);
         piece = lineFeed + 1;
     }
+    std::fwrite(block, 1, used, file);
     if (mAutoFlush.load(std::memory_order_relaxed)) {
         std::fflush(file);
     }
