@@ -98,15 +98,21 @@ kelDriveType::Enum classify(mntent const& mount) {
 
 // A POSIX path handed back as a library path; empty when it cannot be named through the
 // library (it holds a backslash) or is not absolute.
-std::string toLibraryPath(std::string path) {
+std::string toLibraryPath(std::string const& path) {
     if (path.empty() || path[0] != '/' || path.find('\\') != std::string::npos) {
         return std::string();
     }
-    while (path.size() > 1 && path.back() == '/') {
-        path.pop_back();
+    // "/home/u/" + "/.config" names /home/u/.config: repeated and trailing slashes go.
+    std::string result;
+    for (char const c : path) {
+        if (c != '/' || result.empty() || result.back() != '\\') {
+            result += c == '/' ? '\\' : c;
+        }
     }
-    std::replace(path.begin(), path.end(), '/', '\\');
-    return path;
+    if (result.size() > 1 && result.back() == '\\') {
+        result.pop_back();
+    }
+    return result;
 }
 
 std::string homeFolder() {
