@@ -82,4 +82,28 @@
 
 #include <kelcore/variant/kelVariant.h>
 
+#include <kelcore/files/kelDrive.h>
+#include <kelcore/files/kelEnv.h>
+#include <kelcore/files/kelListDrive.h>
+#include <kelcore/files/kelListDrivePtr.h>
+#include <kelcore/files/kelSystem.h>
+
+#include <kelcore/events/kelAbstractController.h>
+#include <kelcore/events/kelAbstractModel.h>
+#include <kelcore/events/kelAbstractObservable.h>
+#include <kelcore/events/kelAbstractView.h>
+#include <kelcore/events/kelIController.h>
+#include <kelcore/events/kelIModel.h>
+#include <kelcore/events/kelIObservable.h>
+#include <kelcore/events/kelIObserver.h>
+#include <kelcore/events/kelIView.h>
+#include <kelcore/events/kelListIModel.h>
+#include <kelcore/events/kelListIObserver.h>
+#include <kelcore/events/kelListIView.h>
+
+#include <kelcore/logging/kelBaseLogger.h>
+#include <kelcore/logging/kelConsoleLogger.h>
+#include <kelcore/logging/kelFileLogger.h>
+#include <kelcore/logging/kelILogger.h>
+
 #endif

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Builds the thread and event suites with ThreadSanitizer and runs them; any report fails.
+# Builds the thread, event and logging suites with ThreadSanitizer and runs them; any report fails.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 scripts/setup-deps.sh native

@@ -1,0 +1,7 @@
+#include <kelcore/events/kelIController.h>
+
+namespace KELKIT {
+
+kelIController::~kelIController() = default;
+
+} // namespace KELKIT

@@ -1,0 +1,7 @@
+#include <kelcore/events/kelIModel.h>
+
+namespace KELKIT {
+
+kelIModel::~kelIModel() = default;
+
+} // namespace KELKIT

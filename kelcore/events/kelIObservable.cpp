@@ -1,0 +1,7 @@
+#include <kelcore/events/kelIObservable.h>
+
+namespace KELKIT {
+
+kelIObservable::~kelIObservable() = default;
+
+} // namespace KELKIT

@@ -1,0 +1,7 @@
+#include <kelcore/events/kelIObserver.h>
+
+namespace KELKIT {
+
+kelIObserver::~kelIObserver() = default;
+
+} // namespace KELKIT

@@ -1,0 +1,7 @@
+#include <kelcore/events/kelIView.h>
+
+namespace KELKIT {
+
+kelIView::~kelIView() = default;
+
+} // namespace KELKIT

@@ -1,0 +1,7 @@
+#include <kelcore/events/kelListIModel.h>
+
+namespace KELKIT {
+
+KEL_LIST_CLASS_DEFINE(kelListIModel, kelIModel*)
+
+} // namespace KELKIT

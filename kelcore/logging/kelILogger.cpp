@@ -1,0 +1,7 @@
+#include <kelcore/logging/kelILogger.h>
+
+namespace KELKIT {
+
+kelILogger::~kelILogger() = default;
+
+} // namespace KELKIT
