@@ -59,22 +59,18 @@ struct Oracle {
             events.push_back(tag('X', item, depth));
         }
     }
-    // The identifiers an entry should hold: given ones, or what it held before.
-    std::pair<int, int> expect(kelMenu const* item, std::pair<int, int> before) const {
-        std::map<kelMenu const*, std::pair<int, int>>::const_iterator it = given.find(item);
-        return it == given.end() ? before : it->second;
+    // The identifiers an entry should hold: given ones, or still none for a new entry.
+    std::pair<int, int> expect(kelMenu const* item) const {
+        auto const it = given.find(item);
+        return it == given.end() ? std::make_pair(-1, -1) : it->second;
     }
 };
 
 struct EventLog : kelMenuNumbering::Visitor {
     std::vector<std::string> events;
-    void leaf(kelMenu& item, UInt32 depth) override { events.push_back(tag('L', item, depth)); }
-    void enterParent(kelMenu& item, UInt32 depth) override {
-        events.push_back(tag('E', item, depth));
-    }
-    void leaveParent(kelMenu& item, UInt32 depth) override {
-        events.push_back(tag('X', item, depth));
-    }
+    void leaf(kelMenu& m, UInt32 depth) override { events.push_back(tag('L', m, depth)); }
+    void enterParent(kelMenu& m, UInt32 d) override { events.push_back(tag('E', m, d)); }
+    void leaveParent(kelMenu& m, UInt32 d) override { events.push_back(tag('X', m, d)); }
 };
 
 inline std::pair<int, int> ids(kelMenu const* item) {
