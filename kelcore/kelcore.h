@@ -105,5 +105,22 @@
 #include <kelcore/logging/kelConsoleLogger.h>
 #include <kelcore/logging/kelFileLogger.h>
 #include <kelcore/logging/kelILogger.h>
+#include <kelcore/containers/kelNode.h>
+#include <kelcore/containers/kelNodeComparator.h>
+#include <kelcore/containers/kelNodeDefaultComparator.h>
+#include <kelcore/containers/kelNodeFilter.h>
+#include <kelcore/containers/kelNodeTextComparator.h>
+#include <kelcore/containers/kelNodeTextFilter.h>
+#include <kelcore/containers/kelTextNode.h>
+#include <kelcore/menus/kelIcon.h>
+#include <kelcore/menus/kelIconTransparency.h>
+#include <kelcore/menus/kelMenu.h>
+#include <kelcore/menus/kelMenuCommandIdFilter.h>
+#include <kelcore/menus/kelMenuNumbering.h>
+#include <kelcore/menus/kelMenuSeparator.h>
+#include <kelcore/menus/kelMenuSequentialIdFilter.h>
+#include <kelcore/menus/kelMenuUniqueIdFilter.h>
+// The native menu classes (kelcore/menus/win32/, Windows build only) are not included here:
+// they bring <windows.h> and its macros, so a program includes them itself where it needs them.
 
 #endif
