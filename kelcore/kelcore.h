@@ -105,6 +105,7 @@
 #include <kelcore/logging/kelConsoleLogger.h>
 #include <kelcore/logging/kelFileLogger.h>
 #include <kelcore/logging/kelILogger.h>
+
 #include <kelcore/containers/kelNode.h>
 #include <kelcore/containers/kelNodeComparator.h>
 #include <kelcore/containers/kelNodeDefaultComparator.h>
@@ -112,6 +113,7 @@
 #include <kelcore/containers/kelNodeTextComparator.h>
 #include <kelcore/containers/kelNodeTextFilter.h>
 #include <kelcore/containers/kelTextNode.h>
+
 #include <kelcore/menus/kelIcon.h>
 #include <kelcore/menus/kelIconTransparency.h>
 #include <kelcore/menus/kelMenu.h>
@@ -120,7 +122,11 @@
 #include <kelcore/menus/kelMenuSeparator.h>
 #include <kelcore/menus/kelMenuSequentialIdFilter.h>
 #include <kelcore/menus/kelMenuUniqueIdFilter.h>
-// The native menu classes (kelcore/menus/win32/, Windows build only) are not included here:
-// they bring <windows.h> and its macros, so a program includes them itself where it needs them.
+#if defined(_WIN32)
+// The native menu binding, Windows build only. Its headers declare the few system types they
+// take without <windows.h>.
+#include <kelcore/menus/win32/kelMenuTools.h>
+#include <kelcore/menus/win32/kelWin32Utils.h>
+#endif
 
 #endif

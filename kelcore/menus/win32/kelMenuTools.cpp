@@ -1,5 +1,7 @@
 #include <kelcore/menus/win32/kelMenuTools.h>
 
+#include <windows.h>
+
 #include <kelcore/menus/kelMenuNumbering.h>
 #include <kelcore/menus/win32/kelWin32Utils.h>
 

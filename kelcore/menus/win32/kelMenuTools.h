@@ -2,7 +2,7 @@
 #define KELCORE_MENUS_WIN32_KELMENUTOOLS_H
 
 // Windows build only: the native menu binding exposes the system's own handles.
-#include <windows.h>
+#include <kelcore/menus/win32/kelWin32Handles.h>
 
 #include <kelcore/frame/kelExport.h>
 #include <kelcore/frame/kelTypes.h>

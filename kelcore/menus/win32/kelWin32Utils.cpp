@@ -1,5 +1,7 @@
 #include <kelcore/menus/win32/kelWin32Utils.h>
 
+#include <windows.h>
+
 #include <kelcore/memory/kelMemoryBuffer.h>
 #include <kelcore/menus/kelIconTransparency.h>
 

@@ -2,7 +2,7 @@
 #define KELCORE_MENUS_WIN32_KELWIN32UTILS_H
 
 // Windows build only: the native menu binding exposes the system's own handles and records.
-#include <windows.h>
+#include <kelcore/menus/win32/kelWin32Handles.h>
 
 #include <kelcore/frame/kelExport.h>
 #include <kelcore/frame/kelTypes.h>
