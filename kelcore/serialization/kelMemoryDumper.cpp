@@ -2,6 +2,8 @@
 
 #include <kelcore/strings/kelString.h>
 
+#include <cstring>
+
 namespace KELKIT {
 
 // Numbers are appended as their machine image, which is the little-endian wire form only on a
@@ -28,8 +30,16 @@ kelMemoryBuffer& kelMemoryDumper::getBuffer() {
     return mBuffer;
 }
 
+// With the spare room the buffer keeps, a value is one store.
 void kelMemoryDumper::append(void const* data, UInt64 size) {
-    if (size <= 0xFFFFFFFFu) {
+    if (size == 0) {
+        return;
+    }
+    UInt32 const room = mBuffer.mCapacity > mBuffer.mSize ? mBuffer.mCapacity - mBuffer.mSize : 0;
+    if (size <= room) {
+        std::memcpy(mBuffer.mBuffer + mBuffer.mSize, data, static_cast<std::size_t>(size));
+        mBuffer.mSize += static_cast<UInt32>(size);
+    } else if (size <= 0xFFFFFFFFu) {
         mBuffer.appendWithSpare(static_cast<UInt8 const*>(data), static_cast<UInt32>(size));
     }
 }

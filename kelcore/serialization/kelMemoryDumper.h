@@ -50,7 +50,8 @@ public:
     void dump(bool value) override;
 
 private:
-    void append(void const* data, UInt64 size);
+    // Inline so that each form can take the fast path without a call.
+    inline void append(void const* data, UInt64 size);
 
     kelMemoryBuffer mBuffer;
 };
