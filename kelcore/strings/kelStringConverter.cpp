@@ -473,7 +473,8 @@ kelString kelStringConverter::toUTF8(kelString const& text) {
 }
 
 // XML goes through TinyXML. The version this library is built with (Debian's 2.6.2) differs
-// from the behaviour callers rely on in three places, each worked around where it is used.
+// from the behaviour callers rely on in three places, each worked around where it is used. Its
+// encoder is a static member, so no object of the (abstract) TiXmlBase is needed to call it.
 
 kelString kelStringConverter::toXML(char const* text) {
     std::string const in(text == nullptr ? "" : text);
