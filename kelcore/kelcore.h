@@ -128,5 +128,16 @@
 #include <kelcore/menus/win32/kelMenuTools.h>
 #include <kelcore/menus/win32/kelWin32Utils.h>
 #endif
+#include <kelcore/containers/kelMapUint64String.h>
+#include <kelcore/memory/kelBufferInputStream.h>
+#include <kelcore/memory/kelBufferOutputStream.h>
+#include <kelcore/memory/kelFileInputStream.h>
+#include <kelcore/memory/kelFileOutputStream.h>
+#include <kelcore/memory/kelInputStream.h>
+#include <kelcore/memory/kelOutputStream.h>
+#include <kelcore/memory/kelStreamUtils.h>
+#include <kelcore/serialization/kelFileDumper.h>
+#include <kelcore/serialization/kelIDumper.h>
+#include <kelcore/serialization/kelMemoryDumper.h>
 
 #endif
