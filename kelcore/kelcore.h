@@ -52,6 +52,7 @@
 #include <kelcore/concurrency/kelMutex.h>
 #include <kelcore/concurrency/kelScheduler.h>
 #include <kelcore/concurrency/kelSchedulerThread.h>
+#include <kelcore/concurrency/kelSharedMemory.h>
 #include <kelcore/concurrency/kelThread.h>
 #include <kelcore/concurrency/kelThreadIndirect.h>
 
