@@ -82,4 +82,10 @@
 
 #include <kelcore/variant/kelVariant.h>
 
+#include <kelcore/memory/kelBitAccumulator.h>
+#include <kelcore/memory/kelBitAdaptor.h>
+#include <kelcore/memory/kelBitsPacker.h>
+#include <kelcore/memory/kelBoolPacker.h>
+#include <kelcore/memory/kelIPacker.h>
+
 #endif

@@ -1,0 +1,270 @@
+#include <kelcore/memory/kelBitsPacker.h>
+#include <kelcore/memory/kelBoolPacker.h>
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <cstring>
+#include <limits>
+#include <memory>
+#include <random>
+#include <vector>
+
+using namespace KELKIT;
+using Bytes = std::vector<unsigned char>;
+
+namespace {
+
+double const kNaN = std::numeric_limits<double>::quiet_NaN();
+double const kInf = std::numeric_limits<double>::infinity();
+
+bool sameDouble(double a, double b) {
+    return std::memcmp(&a, &b, sizeof a) == 0;
+}
+
+// trunc(v) modulo 2^64 by halving, one bit at a time (every step is exact), negatives as two's
+// complement; what isn't finite counts as 0.
+UInt64 referenceBits(double v) {
+    if (!std::isfinite(v)) {
+        return 0;
+    }
+    double const magnitude = std::trunc(std::fabs(v));
+    UInt64 bits = 0;
+    for (int i = 0; i < 64; ++i) {
+        if (std::fmod(std::floor(std::ldexp(magnitude, -i)), 2.0) != 0.0) {
+            bits |= UInt64(1) << i;
+        }
+    }
+    return v < 0.0 ? ~bits + 1 : bits;
+}
+
+struct Field {
+    unsigned offset, length;
+    double scaling;
+    bool isSigned;
+};
+
+// The documented store, written into the bytes bit by bit.
+void referenceStore(Bytes& bytes, Field const& f, double value) {
+    bool const negative = 0.0 > value;
+    if (f.isSigned && negative) {
+        value = -value;
+    }
+    UInt64 integer = 0;
+    if (f.scaling != 1.0) {
+        unsigned const magnitudeBits = f.isSigned ? f.length - 1 : f.length;
+        double const max = std::ldexp(1.0, int(magnitudeBits)) * f.scaling - f.scaling;
+        double const min = f.isSigned ? -max : 0.0;
+        value = value > max ? max : min > value ? min : value;
+        double const quotient = value / f.scaling;
+        // Kept inside the field: below zero 0, past its top the largest magnitude.
+        UInt64 const largest = magnitudeBits == 0 ? 0 : ~UInt64(0) >> (64 - magnitudeBits);
+        if (quotient > 0.0) {
+            integer =
+                quotient >= std::ldexp(1.0, int(magnitudeBits)) ? largest : referenceBits(quotient);
+        }
+    } else {
+        integer = referenceBits(value);
+    }
+    for (unsigned i = 0; i < f.length; ++i) {
+        bool bit = (integer >> i & 1) != 0;
+        if (i == f.length - 1 && f.isSigned && !negative) {
+            bit = true;
+        }
+        unsigned const at = f.offset + i;
+        bytes[at / 8] = static_cast<unsigned char>(bit ? bytes[at / 8] | 1 << at % 8
+                                                       : bytes[at / 8] & ~(1 << at % 8));
+    }
+}
+
+double referenceRead(Bytes const& bytes, Field const& f) {
+    UInt64 raw = 0;
+    for (unsigned i = 0; i < f.length; ++i) {
+        unsigned const at = f.offset + i;
+        raw |= UInt64(bytes[at / 8] >> at % 8 & 1) << i;
+    }
+    bool negative = false;
+    if (f.isSigned) {
+        negative = (raw >> (f.length - 1) & 1) == 0;
+        raw &= ~(UInt64(1) << (f.length - 1));
+    }
+    double value = static_cast<double>(raw);
+    value = f.scaling != 1.0 ? value * f.scaling : value;
+    return negative ? value * -1.0 : value;
+}
+
+// Stores value through a packer on a heap block of exactly the word's width.
+Bytes packed(Bytes const& before, Field const& f, double value, double& read) {
+    std::unique_ptr<unsigned char[]> word(new unsigned char[before.size()]);
+    std::memcpy(word.get(), before.data(), before.size());
+    kelBitsPacker packer(word.get(), static_cast<unsigned char>(f.offset),
+                         static_cast<unsigned char>(f.length), f.scaling, f.isSigned);
+    packer = value;
+    read = packer;
+    return Bytes(word.get(), word.get() + before.size());
+}
+
+} // namespace
+
+TEST(kelBitsPacker, MatchesTheReferenceEncoder) {
+    std::mt19937_64 rng(29);
+    auto uniform = [&](double low, double high) {
+        return std::uniform_real_distribution<double>(low, high)(rng);
+    };
+    double const specials[] = {
+        kNaN,    kInf, -kInf,  0.0,       -0.0,         0x1p63,         -0x1p63, 0x1p64 + 0x1p12,
+        -0x1p70, 1e30, -1e300, 0x1p-1070, 0x1p53 + 2.0, 0x1p63 - 1024.0};
+    for (int round = 0; round < 40000; ++round) {
+        unsigned const width = 1u << (round % 4); // every word width in turn
+        unsigned const end = width == 1 ? 1 + rng() % 8 : width * 4 + 1 + rng() % (width * 4);
+        Field f{};
+        f.length = 1 + unsigned(rng() % end);
+        f.offset = end - f.length;
+        f.isSigned = rng() % 2 != 0;
+        switch (rng() % 4) {
+        case 0:
+            f.scaling = 1.0;
+            break;
+        case 1:
+            f.scaling = std::ldexp(1.0, int(rng() % 20) - 10);
+            break;
+        case 2:
+            f.scaling = kelBitsPacker::getScaling(f.isSigned ? -100.0 : 0.0, 100.0,
+                                                  static_cast<unsigned char>(f.length));
+            f.scaling = f.scaling == 0.0 ? 0.1 : f.scaling;
+            break;
+        default:
+            f.scaling = uniform(1e-3, 1e3);
+            break;
+        }
+        double min = 0.0, max = 0.0;
+        kelBitsPacker::getRanges(static_cast<unsigned char>(f.length), f.scaling, f.isSigned, min,
+                                 max);
+        double value = 0.0;
+        switch (rng() % 5) {
+        case 0:
+            value = specials[rng() % (sizeof specials / sizeof specials[0])];
+            break;
+        case 1: // whole steps, and just around them
+            value = std::trunc(uniform(-1.2, 1.2) * std::ldexp(1.0, int(f.length))) * f.scaling;
+            value = std::nextafter(value, rng() % 2 != 0 ? kInf : -kInf);
+            break;
+        case 2:
+            value = uniform(-1.2, 1.2) * max;
+            break;
+        case 3:
+            value = (rng() % 2 != 0 ? max : min) * (1.0 + uniform(-1e-9, 1e-9));
+            break;
+        default:
+            value = uniform(-1.0, 1.0) * std::ldexp(1.0, int(rng() % 90));
+            break;
+        }
+        Bytes before(width);
+        for (unsigned char& b : before) {
+            b = static_cast<unsigned char>(rng());
+        }
+        Bytes expected = before;
+        referenceStore(expected, f, value);
+        double read = 0.0;
+        ASSERT_EQ(expected, packed(before, f, value, read))
+            << "offset " << f.offset << " length " << f.length << " scaling " << f.scaling
+            << " signed " << f.isSigned << " value " << value;
+        ASSERT_TRUE(sameDouble(referenceRead(expected, f), read)) << read;
+    }
+}
+
+TEST(kelBitsPacker, DocumentedFieldsRangesAndRefusals) {
+    struct Case {
+        Field f;
+        Bytes before;
+        double value;
+        Bytes after;
+        double read;
+    } const cases[] = {
+        {{0, 8, 1.0, false}, {0}, 200.7, {0xC8}, 200.0},
+        {{0, 8, 1.0, false}, {0}, 300.0, {0x2C}, 44.0},
+        {{0, 8, 1.0, false}, {0}, -5.0, {0xFB}, 251.0},
+        {{0, 4, 0.5, false}, {0}, 3.3, {0x06}, 3.0},
+        {{0, 4, 0.5, false}, {0}, 100.0, {0x0F}, 7.5},
+        {{0, 4, 1.0, true}, {0}, 3.0, {0x0B}, 3.0},
+        {{0, 4, 1.0, true}, {0}, -3.0, {0x03}, -3.0},
+        {{0, 4, 1.0, true}, {0xF0}, -0.0, {0xF8}, 0.0},
+        {{0, 4, 1.0, true}, {0xF0}, -9.0, {0xF9}, 1.0}, // the magnitude's top bit meets the sign
+        {{0, 8, 0.1, true}, {0}, 20.0, {0xFF}, 127 * 0.1},
+        {{0, 8, 0.1, true}, {0}, -20.0, {0x7F}, -127 * 0.1},
+        {{0, 8, 0.1, false}, {0}, 0.3, {0x02}, 0.2},
+        {{3, 10, 0.25, false}, {0, 0}, 100.0, {0x80, 0x0C}, 100.0},
+        {{2, 3, 1.0, false}, {0xFF}, 1.0, {0xE7}, 1.0},
+        {{8, 40, 1.0, false},
+         Bytes(8, 0xA5),
+         0x1p64 + 0x1p12,
+         {0xA5, 0, 0x10, 0, 0, 0, 0xA5, 0xA5},
+         4096.0},
+        {{0, 64, 1.0, false}, Bytes(8, 0), -1.0, Bytes(8, 0xFF), 0x1p64},
+        {{0, 16, 1.0, true}, {0, 0}, kNaN, {0, 0x80}, 0.0},
+        {{0, 16, 1.0, true}, {0, 0}, -kInf, {0, 0}, -0.0},
+        {{0, 16, 2.0, false}, {0, 0}, kInf, {0xFF, 0xFF}, 131070.0},
+    };
+    for (Case const& c : cases) {
+        double read = 0.0;
+        EXPECT_EQ(c.after, packed(c.before, c.f, c.value, read)) << c.value;
+        EXPECT_TRUE(sameDouble(c.read, read)) << c.value << " read " << read;
+    }
+    unsigned char zero[1] = {0};
+    EXPECT_TRUE(sameDouble(-0.0, kelBitsPacker(zero, 0, 4, 1.0, true))); // negative zero
+
+    for (unsigned offset = 0; offset < 256; ++offset) {
+        for (unsigned length = 0; length < 256; ++length) {
+            unsigned const end = offset + length;
+            unsigned const width = end <= 8 ? 1 : end <= 16 ? 2 : end <= 32 ? 4 : 8;
+            ASSERT_EQ(width, kelBitsPacker::getByteLength(static_cast<unsigned char>(offset),
+                                                          static_cast<unsigned char>(length)));
+        }
+    }
+    double min = 1.0, max = 0.0;
+    kelBitsPacker::getRanges(4, 0.5, false, min, max);
+    EXPECT_EQ(0.0, min);
+    EXPECT_EQ(7.5, max);
+    kelBitsPacker::getRanges(64, 1.0, true, min, max);
+    EXPECT_EQ(-0x1p63, min); // 2^63 - 1 rounds to 2^63 in a double
+    EXPECT_EQ(1.0, kelBitsPacker::getScaling(0.0, 255.0, 8));
+    EXPECT_EQ(1.0, kelBitsPacker::getScaling(-127.0, 127.0, 8));
+    EXPECT_EQ(100.0 / 1023.0, kelBitsPacker::getScaling(0.0, 100.0, 10));
+    for (double const refused :
+         {kelBitsPacker::getScaling(-1.0, 2.0, 8), kelBitsPacker::getScaling(1.0, 2.0, 8),
+          kelBitsPacker::getScaling(0.0, 10.0, 0), kelBitsPacker::getScaling(-5.0, 5.0, 1),
+          kelBitsPacker::getScaling(-5.0, 5.0, 0)}) {
+        EXPECT_EQ(0.0, refused);
+    }
+
+    // Fields that don't lie inside one word, and null buffers, are never touched.
+    std::unique_ptr<unsigned char[]> word(new unsigned char[8]());
+    for (Field const f :
+         {Field{0, 0, 1.0, false}, Field{60, 10, 1.0, false}, Field{255, 255, 0.5, true}}) {
+        kelBitsPacker packer(word.get(), static_cast<unsigned char>(f.offset),
+                             static_cast<unsigned char>(f.length), f.scaling, f.isSigned);
+        packer = 1e6;
+        EXPECT_EQ(0.0, double(packer));
+    }
+    EXPECT_EQ(Bytes(8, 0), Bytes(word.get(), word.get() + 8));
+    kelBitsPacker none(nullptr, 0, 8, 1.0, false);
+    none = 5.0;
+    EXPECT_EQ(0.0, double(none));
+}
+
+TEST(kelBoolPacker, OneBitInItsWord) {
+    std::unique_ptr<unsigned char[]> word(new unsigned char[2]()); // the word at offset 9
+    kelBoolPacker flag(word.get(), 9);
+    kelIPacker& packer = flag;
+    for (double const value : {2.5, 0.0, kNaN, -0.0, -1e-300}) {
+        packer = value;
+        bool const set = value != 0.0;
+        EXPECT_EQ(set ? 0x02 : 0x00, word[1]) << value;
+        EXPECT_EQ(set ? 1.0 : 0.0, double(packer));
+    }
+    EXPECT_EQ(0, word[0]);
+    kelBoolPacker outside(word.get(), 64);
+    outside = 1.0;
+    EXPECT_EQ(0.0, double(outside));
+    EXPECT_EQ(0, word[0] | (word[1] & ~0x02));
+}
