@@ -10,10 +10,11 @@ namespace KELKIT {
 // it back. The interface holds nothing, and copying it copies nothing.
 class KELCORE_API kelIPacker {
 public:
-    kelIPacker();
+    // Inline, so that a packer made for each field of a loop costs no call.
+    kelIPacker() {}
     kelIPacker(kelIPacker const& other);
     kelIPacker& operator=(kelIPacker const& other);
-    virtual ~kelIPacker();
+    virtual ~kelIPacker() {}
 
     virtual kelIPacker& operator=(double value) = 0;
     virtual operator double() const = 0;
