@@ -87,5 +87,10 @@
 #include <kelcore/memory/kelBitsPacker.h>
 #include <kelcore/memory/kelBoolPacker.h>
 #include <kelcore/memory/kelIPacker.h>
+#include <kelcore/tasks/kelListTask.h>
+#include <kelcore/tasks/kelListTaskPtr.h>
+#include <kelcore/tasks/kelStateMachine.h>
+#include <kelcore/tasks/kelTask.h>
+#include <kelcore/tasks/kelTaskTree.h>
 
 #endif
