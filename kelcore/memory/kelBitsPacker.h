@@ -70,8 +70,44 @@ private:
     // The integer that the store puts into the field for a value, sign aside: clamped,
     // scaled and cut as documented above.
     UInt64 storedInteger(double value) const;
-    static UInt64 readWord(void const* buffer, unsigned width);
-    static void writeWord(void* buffer, unsigned width, UInt64 word);
+    // Bytes least significant first, whatever the host's order; compilers make single loads and
+    // stores of these.
+    static UInt64 readWord(void const* buffer, unsigned width) {
+        auto const* b = static_cast<unsigned char const*>(buffer);
+        switch (width) {
+        case 1:
+            return b[0];
+        case 2:
+            return UInt64(b[0]) | UInt64(b[1]) << 8;
+        case 4:
+            return UInt64(b[0]) | UInt64(b[1]) << 8 | UInt64(b[2]) << 16 | UInt64(b[3]) << 24;
+        default:
+            return UInt64(b[0]) | UInt64(b[1]) << 8 | UInt64(b[2]) << 16 | UInt64(b[3]) << 24 |
+                   UInt64(b[4]) << 32 | UInt64(b[5]) << 40 | UInt64(b[6]) << 48 |
+                   UInt64(b[7]) << 56;
+        }
+    }
+
+    static void writeWord(void* buffer, unsigned width, UInt64 word) {
+        auto* b = static_cast<unsigned char*>(buffer);
+        switch (width) {
+        case 8:
+            b[7] = static_cast<unsigned char>(word >> 56);
+            b[6] = static_cast<unsigned char>(word >> 48);
+            b[5] = static_cast<unsigned char>(word >> 40);
+            b[4] = static_cast<unsigned char>(word >> 32);
+            // fall through
+        case 4:
+            b[3] = static_cast<unsigned char>(word >> 24);
+            b[2] = static_cast<unsigned char>(word >> 16);
+            // fall through
+        case 2:
+            b[1] = static_cast<unsigned char>(word >> 8);
+            // fall through
+        default:
+            b[0] = static_cast<unsigned char>(word);
+        }
+    }
 
     void* mBuffer;
     unsigned char mOffset;
@@ -123,44 +159,6 @@ inline kelBitsPacker::operator double() const {
         value *= -1.0;
     }
     return value;
-}
-
-// Bytes least significant first, whatever the host's order; compilers make single loads and
-// stores of these.
-inline UInt64 kelBitsPacker::readWord(void const* buffer, unsigned width) {
-    auto const* b = static_cast<unsigned char const*>(buffer);
-    switch (width) {
-    case 1:
-        return b[0];
-    case 2:
-        return UInt64(b[0]) | UInt64(b[1]) << 8;
-    case 4:
-        return UInt64(b[0]) | UInt64(b[1]) << 8 | UInt64(b[2]) << 16 | UInt64(b[3]) << 24;
-    default:
-        return UInt64(b[0]) | UInt64(b[1]) << 8 | UInt64(b[2]) << 16 | UInt64(b[3]) << 24 |
-               UInt64(b[4]) << 32 | UInt64(b[5]) << 40 | UInt64(b[6]) << 48 | UInt64(b[7]) << 56;
-    }
-}
-
-inline void kelBitsPacker::writeWord(void* buffer, unsigned width, UInt64 word) {
-    auto* b = static_cast<unsigned char*>(buffer);
-    switch (width) {
-    case 8:
-        b[7] = static_cast<unsigned char>(word >> 56);
-        b[6] = static_cast<unsigned char>(word >> 48);
-        b[5] = static_cast<unsigned char>(word >> 40);
-        b[4] = static_cast<unsigned char>(word >> 32);
-        // fall through
-    case 4:
-        b[3] = static_cast<unsigned char>(word >> 24);
-        b[2] = static_cast<unsigned char>(word >> 16);
-        // fall through
-    case 2:
-        b[1] = static_cast<unsigned char>(word >> 8);
-        // fall through
-    default:
-        b[0] = static_cast<unsigned char>(word);
-    }
 }
 
 } // namespace KELKIT
