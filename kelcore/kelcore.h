@@ -140,5 +140,15 @@
 #include <kelcore/serialization/kelFileDumper.h>
 #include <kelcore/serialization/kelIDumper.h>
 #include <kelcore/serialization/kelMemoryDumper.h>
+#include <kelcore/memory/kelBitAccumulator.h>
+#include <kelcore/memory/kelBitAdaptor.h>
+#include <kelcore/memory/kelBitsPacker.h>
+#include <kelcore/memory/kelBoolPacker.h>
+#include <kelcore/memory/kelIPacker.h>
+#include <kelcore/tasks/kelListTask.h>
+#include <kelcore/tasks/kelListTaskPtr.h>
+#include <kelcore/tasks/kelStateMachine.h>
+#include <kelcore/tasks/kelTask.h>
+#include <kelcore/tasks/kelTaskTree.h>
 
 #endif
