@@ -82,4 +82,12 @@
 
 #include <kelcore/variant/kelVariant.h>
 
+#include <kelcore/files/kelFile.h>
+#include <kelcore/files/kelFileCriteria.h>
+#include <kelcore/files/kelFileCriteriaAll.h>
+#include <kelcore/files/kelFileCriteriaDefault.h>
+#include <kelcore/files/kelFileItem.h>
+#include <kelcore/files/kelFiles.h>
+#include <kelcore/files/kelFolder.h>
+
 #endif
