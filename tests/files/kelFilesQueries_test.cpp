@@ -61,18 +61,20 @@ TEST(kelFilesQueries, ExistenceAndAttributesWithoutMovingTheWorkingFolder) {
     EXPECT_EQ(0u, kelFiles::getFileSize(folder.c_str()));
     EXPECT_STREQ(workingFolder.c_str(), kelFiles::getCurrentFolder().c_str());
 
-    // Windows marks new files for archiving; POSIX has no such bit.
-    int const fresh = flagsOf(file.c_str());
+    // Windows marks new files for archiving; POSIX has no such bit. Wine reports the bit on
+    // every file even once cleared, so the checks below leave it out on Windows.
 #if defined(_WIN32)
-    EXPECT_EQ(A::None | A::File | A::Archive, fresh);
+    EXPECT_EQ(A::None | A::File | A::Archive, flagsOf(file.c_str()));
+    int const compared = ~A::Archive;
 #else
-    EXPECT_EQ(A::None | A::File, fresh);
+    EXPECT_EQ(A::None | A::File, flagsOf(file.c_str()));
+    int const compared = ~0;
 #endif
     EXPECT_EQ(A::None | A::Folder, flagsOf(folder.c_str()) & ~A::Archive);
     ASSERT_TRUE(kelFiles::setFileAttributes(file.c_str(), A(A::ReadOnly | A::Hidden | A::Folder)));
     // Hidden is a name on POSIX (a leading dot) and cannot be set; Windows keeps the bit.
 #if defined(_WIN32)
-    EXPECT_EQ(A::None | A::File | A::ReadOnly | A::Hidden, flagsOf(file.c_str()));
+    EXPECT_EQ(A::None | A::File | A::ReadOnly | A::Hidden, flagsOf(file.c_str()) & compared);
 #else
     EXPECT_EQ(A::None | A::File | A::ReadOnly, flagsOf(file.c_str()));
     EXPECT_EQ(A::None | A::File | A::Hidden,
@@ -82,7 +84,7 @@ TEST(kelFilesQueries, ExistenceAndAttributesWithoutMovingTheWorkingFolder) {
                                    ~fs::perms::others_read);
 #endif
     ASSERT_TRUE(kelFiles::setFileAttributes(file.c_str(), A(A::None)));
-    EXPECT_EQ(A::None | A::File, flagsOf(file.c_str()));
+    EXPECT_EQ(A::None | A::File, flagsOf(file.c_str()) & compared);
     EXPECT_FALSE(kelFiles::setFileAttributes(scratch.lib("none").c_str(), A(A::None)));
 
 #if defined(_WIN32)
