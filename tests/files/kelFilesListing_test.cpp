@@ -9,6 +9,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cstring>
 #include <dirent.h>
 #include <functional>
 #include <random>
@@ -28,17 +29,19 @@ int const kCompared = ~(A::Archive | A::System);
 #endif
 
 using Rule = std::function<bool(std::string const& path, int flags)>;
+struct Walk {
+    std::vector<std::string> paths, names;
+};
 
 // The independent walk: opendir/readdir and lstat, "." and ".." at every level, a link a file.
-void walk(std::string const& native, std::string const& lib, bool recursive, Rule const& rule,
-          std::vector<std::string>& paths, std::vector<std::string>& names) {
+void walk(std::string const& native, std::string const& lib, bool deep, Rule const& rule,
+          Walk& out) {
     std::vector<std::string> entries;
-    if (DIR* dir = ::opendir(native.c_str())) {
-        while (dirent* e = ::readdir(dir)) {
-            entries.push_back(e->d_name);
-        }
-        ::closedir(dir);
+    DIR* const dir = ::opendir(native.c_str());
+    while (dirent* e = dir ? ::readdir(dir) : nullptr) {
+        entries.push_back(e->d_name);
     }
+    dir&& ::closedir(dir);
     for (std::string const& name : entries) {
         struct stat st;
 #if defined(_WIN32)
@@ -51,19 +54,16 @@ void walk(std::string const& native, std::string const& lib, bool recursive, Rul
         ::lstat((native + "/" + name).c_str(), &st);
         bool const readOnly = !S_ISLNK(st.st_mode) && (st.st_mode & S_IWUSR) == 0;
 #endif
-        bool const dot = name == "." || name == "..";
-        bool const folder = S_ISDIR(st.st_mode);
-        int flags = A::None | (folder ? A::Folder : A::File) | (readOnly ? A::ReadOnly : 0) |
-                    (name[0] == '.' && !dot ? A::Hidden : 0);
-        flags |= name == "." ? A::CurrentFolder : (name == ".." ? A::ParentFolder : 0);
-        std::string const path = lib + "\\" + name;
-        if (!rule(path, flags)) {
-            continue;
-        }
-        paths.push_back(path);
-        names.push_back(name);
-        if (recursive && folder && !dot) {
-            walk(native + "/" + name, path, recursive, rule, paths, names);
+        bool const dot = name == "." || name == "..", folder = S_ISDIR(st.st_mode);
+        int const role = name == "." ? A::CurrentFolder : (name == ".." ? A::ParentFolder : 0);
+        int const flags = A::None | (folder ? A::Folder : A::File) | (readOnly ? A::ReadOnly : 0) |
+                          (name[0] == '.' && !dot ? A::Hidden : 0) | role;
+        if (rule(lib + "\\" + name, flags)) {
+            out.paths.push_back(lib + "\\" + name);
+            out.names.push_back(name);
+            if (deep && folder && !dot) {
+                walk(native + "/" + name, lib + "\\" + name, deep, rule, out);
+            }
         }
     }
 }
@@ -73,46 +73,36 @@ std::vector<std::string> sorted(std::vector<std::string> items) {
     return items;
 }
 
-std::vector<std::string> texts(kelListString const& list) {
-    std::vector<std::string> out;
-    for (UInt32 i = 0; i < list.size(); ++i) {
-        out.push_back(list[i].c_str());
-    }
-    return out;
-}
-
-// A criteria that answers by a rule and records what it was asked.
+// A criteria that answers by a rule and records what it was asked. With a root, it also
+// counts the open descriptors beyond one per level below it at each file named "f0".
 struct RuleCriteria : kelFileCriteria {
-    explicit RuleCriteria(Rule r) : rule(std::move(r)) {}
+    RuleCriteria(Rule r, std::string const& root = "") : rule(std::move(r)), root(root) {}
     bool accept(char const* path, kelFileAttributes attributes) override {
         asked.push_back(std::string(path) + "|" +
                         std::to_string(attributes.getValue() & kCompared));
+        if (!root.empty() && baseline >= 0 && std::strcmp(std::strrchr(path, '\\'), "\\f0") == 0) {
+            int const depth =
+                static_cast<int>(std::count(path + root.size(), path + std::strlen(path), '\\'));
+            worst = std::max(worst, kelOpenDescriptors() - baseline - depth);
+        }
         return rule(path, attributes.getValue());
     }
     Rule rule;
+    std::string root;
     std::vector<std::string> asked;
+    int baseline = kelOpenDescriptors(), worst = 0;
 };
 
-std::string nameOf(std::string const& path) {
-    return path.substr(path.rfind('\\') + 1);
-}
-
-// Files, empty and hidden folders, read-only files, and folders named "p..." that a rule prunes.
+// Files (every tenth read-only), empty and hidden folders, and "p..." folders that a rule prunes.
 void grow(fs::path const& folder, std::mt19937& random, int depth, int& budget) {
-    int const files = static_cast<int>(random() % 70);
-    for (int i = 0; i < files && budget > 0; ++i, --budget) {
-        fs::path const file = folder / ((random() % 8 == 0 ? ".h" : "f") + std::to_string(i));
+    for (int i = static_cast<int>(random() % 70); i > 0 && budget-- > 0;) {
+        fs::path const file = folder / ((random() % 8 ? "f" : ".h") + std::to_string(--i));
         std::ofstream(file) << std::string(random() % 3000, 'x');
-        if (random() % 10 == 0) {
-            fs::permissions(
-                file, fs::perms::owner_write | fs::perms::group_write | fs::perms::others_write,
-                fs::perm_options::remove);
-        }
+        fs::permissions(file, fs::perms(budget % 10 ? 0 : 0222), fs::perm_options::remove);
     }
-    int const folders = depth < 6 ? static_cast<int>(random() % 5) : 0;
-    for (int i = 0; i < folders && budget > 0; ++i, --budget) {
-        char const* const prefix[] = {"d", "d", "d", "p", ".hd"};
-        fs::path const sub = folder / (prefix[random() % 5] + std::to_string(i));
+    for (int i = depth < 6 ? static_cast<int>(random() % 5) : 0; i > 0 && budget-- > 0; --i) {
+        char const* const prefix[] = {"d", "d", "p", ".hd"};
+        fs::path const sub = folder / (prefix[random() % 4] + std::to_string(i));
         fs::create_directory(sub);
         grow(sub, random, depth + 1, budget);
     }
@@ -120,89 +110,92 @@ void grow(fs::path const& folder, std::mt19937& random, int depth, int& budget) 
 
 } // namespace
 
+// A generated tree: a few thousand entries, and a chain 50 folders deep with 200 files in each.
 TEST(kelFilesListing, RecursiveListingsEqualAnIndependentWalk) {
-    kelWatchdog watchdog("the listing of a tree with link cycles", std::chrono::seconds(240));
+    kelWatchdog watchdog("the listings of a tree with link cycles", std::chrono::seconds(240));
     kelScratch scratch("tree");
     fs::path const tree = scratch.root / "tree";
-    fs::create_directories(tree / "d0" / "d1");
+    fs::path level = tree;
+    for (int depth = 0; depth < 50 && fs::create_directories(level /= "d"); ++depth) {
+        for (int i = 0; i < 200; ++i) {
+            std::ofstream(level / ("f" + std::to_string(i)));
+        }
+    }
     std::mt19937 random(5);
-    int budget = 3000;
-    grow(tree, random, 0, budget);
-    for (int i = 0; budget > 0; ++i) {
+    for (int i = 0, budget = 3000; budget > 0; ++i) {
         fs::create_directory(tree / ("t" + std::to_string(i)));
         grow(tree / ("t" + std::to_string(i)), random, 0, budget);
     }
 #if !defined(_WIN32)
-    // Links lead out of the tree and round in a loop; none may be entered.
+    // Links lead out of the tree and round in loops; none may be entered.
     fs::create_directories(scratch.root / "outside" / "deep");
     scratch.write("outside/secret", "12345");
     fs::create_directory_symlink(scratch.root / "outside", tree / "toOutside");
-    fs::create_symlink(scratch.root / "outside" / "secret", tree / "d0" / "toSecret");
-    fs::create_directory_symlink(tree, tree / "d0" / "d1" / "loop");
-    fs::create_directory_symlink("../..", tree / "d0" / "d1" / "up");
+    fs::create_symlink(scratch.root / "outside" / "secret", tree / "d" / "toSecret");
+    fs::create_directory_symlink(tree, tree / "d" / "d" / "loop");
+    fs::create_directory_symlink("../..", tree / "d" / "d" / "up");
     fs::create_symlink(scratch.root / "none", tree / "dangling");
-    scratch.write("tree/d0/back\\slash", "x");
+    scratch.write("tree/d/back\\slash", "x");
 #endif
-    std::string const root = kelScratch::lib(tree);
-    std::string const native = tree.string();
-    auto all = [](std::string const&, int) { return true; };
+    std::string const root = kelScratch::lib(tree), native = tree.string();
+    Rule const all = [](std::string const&, int) { return true; };
 
-    // No criteria: "." and ".." of every level, full paths, nothing behind a link.
+    // No criteria: "." and ".." of every level, full paths.
     kelListString list;
-    list.add(kelString("kept"));
     kelFiles::getFiles(root.c_str(), list, true, true, nullptr);
-    std::vector<std::string> paths, names;
-    walk(native, root, true, all, paths, names);
-    std::vector<std::string> listed = texts(list);
-    ASSERT_EQ("kept", listed.front());
-    listed.erase(listed.begin());
-    EXPECT_GT(paths.size(), 2500u);
-    EXPECT_EQ(sorted(paths), sorted(listed));
-    // Depth first: each folder's content follows its line at once.
-    for (std::size_t i = 0; i < listed.size(); ++i) {
-        std::string const prefix = listed[i] + "\\";
-        std::size_t const inside =
-            std::count_if(listed.begin(), listed.end(), [&](std::string const& p) {
-                return p.compare(0, prefix.size(), prefix) == 0;
-            });
-        for (std::size_t k = 1; k <= inside; ++k) {
-            ASSERT_EQ(0, listed[i + k].compare(0, prefix.size(), prefix)) << listed[i + k];
+    Walk everything;
+    walk(native, root, true, all, everything);
+    std::vector<std::string> const listed = kelTexts(list);
+    EXPECT_EQ(sorted(everything.paths), sorted(listed));
+    // Depth first, each folder's content right after its line: every entry's folder is the
+    // innermost one still open.
+    std::vector<std::string> open{root};
+    for (std::string const& path : listed) {
+        while (!open.empty() && open.back() != path.substr(0, path.rfind('\\'))) {
+            open.pop_back();
         }
+        ASSERT_FALSE(open.empty()) << path;
+        open.push_back(path);
     }
 
-    // A rule that prunes "p..." entries and their content; the criteria sees every entry met,
-    // with the attributes of the walk.
-    Rule const prune = [](std::string const& path, int) { return nameOf(path)[0] != 'p'; };
-    std::vector<std::string> asked;
-    Rule const recording = [&](std::string const& path, int flags) {
-        asked.push_back(path + "|" + std::to_string(flags & kCompared));
-        return prune(path, flags);
+    // A rule that prunes "p..." entries with their content; the criteria is asked about every
+    // entry met, with the attributes the walk finds. The listing holds one open folder per
+    // level at most (POSIX counts descriptors; Windows has no such count to read).
+    Rule const prune = [](std::string const& path, int) {
+        return path[path.rfind('\\') + 1] != 'p';
     };
-    RuleCriteria criteria(prune);
+    RuleCriteria criteria(prune, root), recorder(prune);
     list.clear();
     kelFiles::getFiles(root.c_str(), list, true, false, &criteria);
-    paths.clear();
-    names.clear();
-    walk(native, root, true, recording, paths, names);
-    EXPECT_EQ(sorted(names), sorted(texts(list)));
-    EXPECT_EQ(sorted(asked), sorted(criteria.asked));
-    EXPECT_LT(paths.size() + 100, listed.size());
+    EXPECT_EQ(0, criteria.worst);
+    Walk pruned;
+    walk(
+        native, root, true,
+        [&](std::string const& path, int flags) { return recorder.accept(path.c_str(), A(flags)); },
+        pruned);
+    EXPECT_EQ(sorted(pruned.names), sorted(kelTexts(list)));
+    EXPECT_EQ(sorted(recorder.asked), sorted(criteria.asked));
 
-    // The default criteria, flat and deep; counts and sizes rest on the same listing.
+    // The default criteria, deep and then flat (added to the list); counts and sizes rest on
+    // the same listing.
     Rule const byDefault = [](std::string const&, int flags) {
-        return (flags & A::Folder) ? (flags & (A::CurrentFolder | A::ParentFolder)) == 0 : true;
+        return (flags & A::Folder) == 0 || (flags & (A::CurrentFolder | A::ParentFolder)) == 0;
     };
     kelFileCriteriaDefault defaults;
-    for (bool recursive : {false, true}) {
-        list.clear();
-        kelFiles::getFiles(root.c_str(), list, recursive, true, &defaults);
-        paths.clear();
-        walk(native, root, recursive, byDefault, paths, names);
-        EXPECT_EQ(sorted(paths), sorted(texts(list)));
-        EXPECT_EQ(paths.size(), kelFiles::getNumFilesInFolder(root.c_str(), recursive));
-    }
+    Walk deep;
+    walk(native, root, true, byDefault, deep);
+    list.clear();
+    kelFiles::getFiles(root.c_str(), list, true, true, &defaults);
+    EXPECT_EQ(sorted(deep.paths), sorted(kelTexts(list)));
+    EXPECT_EQ(deep.paths.size(), kelFiles::getNumFilesInFolder(root.c_str(), true));
+    std::size_t const top =
+        std::count_if(deep.paths.begin(), deep.paths.end(),
+                      [&](std::string const& p) { return p.rfind('\\') == root.size(); });
+    kelFiles::getFiles(root.c_str(), list, false, false, &defaults);
+    EXPECT_EQ(deep.paths.size() + top, list.size());
+    EXPECT_EQ(top, kelFiles::getNumFilesInFolder(root.c_str(), false));
     UInt32 size = 0; // what opens for reading counts, through links; folders do not
-    for (std::string path : paths) {
+    for (std::string path : deep.paths) {
 #if !defined(_WIN32)
         std::replace(path.begin(), path.end(), '\\', '/');
 #endif
@@ -211,55 +204,12 @@ TEST(kelFilesListing, RecursiveListingsEqualAnIndependentWalk) {
     }
     EXPECT_EQ(size, kelFiles::getFolderSize(root.c_str()));
 
+    Walk flat;
+    walk(native, root, false, all, flat);
+    kelListString flatNames;
     kelFiles::getFiles(root.c_str(), list);
-    paths.clear();
-    names.clear();
-    walk(native, root, false, all, paths, names);
-    EXPECT_EQ(sorted(names), sorted(texts(list)));
-    kelListString flat;
-    ASSERT_TRUE(kelFolder(root.c_str()).getFiles(flat));
-    EXPECT_EQ(texts(list), texts(flat));
-    list.clear();
-    kelFiles::getFiles("", list, true, true, nullptr);
-    EXPECT_EQ(0u, list.size());
-}
-
-// 50 levels of 200 files: the listing holds one open folder per level at most (POSIX counts
-// its descriptors; Windows has no such count to read).
-TEST(kelFilesListing, DeepTreeHoldsOneOpenFolderPerLevel) {
-    kelWatchdog watchdog("the listing of a deep tree", std::chrono::seconds(240));
-    kelScratch scratch("deep");
-    fs::path level = scratch.root / "d";
-    for (int depth = 0; depth < 50; ++depth, level /= "d") {
-        fs::create_directory(level);
-        for (int i = 0; i < 200; ++i) {
-            std::ofstream(level / ("f" + std::to_string(i)));
-        }
-    }
-    std::string const root = scratch.lib("d");
-    auto descriptors = [] {
-        int count = 0;
-#if !defined(_WIN32)
-        for (auto it = fs::directory_iterator("/proc/self/fd"); it != fs::directory_iterator();
-             ++it) {
-            ++count;
-        }
-#endif
-        return count;
-    };
-    int const baseline = descriptors();
-    int worst = 0;
-    RuleCriteria counting([&](std::string const& path, int) {
-        if (nameOf(path) == "f0") {
-            int const depth =
-                static_cast<int>(std::count(path.begin() + root.size(), path.end(), '\\'));
-            worst = std::max(worst, descriptors() - baseline - depth);
-        }
-        return nameOf(path) != "." && nameOf(path) != "..";
-    });
-    kelListString list;
-    kelFiles::getFiles(root.c_str(), list, true, true, &counting);
-    EXPECT_EQ(50u * 200u + 49u, list.size());
-    EXPECT_LE(worst, 0);
-    EXPECT_EQ(50u * 200u + 49u, kelFiles::getNumFilesInFolder(root.c_str(), true));
+    kelFiles::getFiles("", list, true, true, nullptr); // not the working folder: adds nothing
+    ASSERT_TRUE(kelFolder(root.c_str()).getFiles(flatNames));
+    EXPECT_EQ(sorted(flat.names), sorted(kelTexts(list)));
+    EXPECT_EQ(kelTexts(list), kelTexts(flatNames));
 }

@@ -1,10 +1,14 @@
 #ifndef KELCORE_TESTS_KELFILESSCRATCH_H
 #define KELCORE_TESTS_KELFILESSCRATCH_H
 
+#include <kelcore/containers/kelLists.h>
+
+#include <algorithm>
+#include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <string>
-#include <system_error>
+#include <vector>
 
 #if defined(_WIN32)
 #include <process.h>
@@ -15,6 +19,24 @@
 #endif
 
 namespace fs = std::filesystem;
+
+inline std::vector<std::string> kelTexts(KELKIT::kelListString const& list) {
+    std::vector<std::string> out;
+    for (KELKIT::UInt32 i = 0; i < list.size(); ++i) {
+        out.push_back(list[i].c_str());
+    }
+    return out;
+}
+
+// Open descriptors of this process, less the one that counts them; -1 on Windows.
+inline int kelOpenDescriptors() {
+#if defined(_WIN32)
+    return -1;
+#else
+    auto const all = std::distance(fs::directory_iterator("/proc/self/fd"), {});
+    return static_cast<int>(all) - 1;
+#endif
+}
 
 // A folder of this process's own (its name holds the pid), removed with all it holds.
 struct kelScratch {
@@ -35,11 +57,7 @@ struct kelScratch {
     // A path in the library's form: backslashes on every platform.
     static std::string lib(fs::path const& path) {
         std::string text = path.string();
-        for (char& c : text) {
-            if (c == '/') {
-                c = '\\';
-            }
-        }
+        std::replace(text.begin(), text.end(), '/', '\\');
         return text;
     }
     std::string lib(char const* relative = nullptr) const {
