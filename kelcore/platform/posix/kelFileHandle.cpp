@@ -47,10 +47,11 @@ FileHandle openFileHandle(char const* path, FileAccess access, FileCreation crea
     }
     // Reading opens folders on Linux; on Windows it never does.
     struct stat status;
-    if (::fstat(fd, &status) != 0 || S_ISDIR(status.st_mode) ||
-        ::fcntl(fd, F_SETFL, ::fcntl(fd, F_GETFL) & ~O_NONBLOCK) != 0) {
+    bool const folder = ::fstat(fd, &status) == 0 && S_ISDIR(status.st_mode);
+    if (folder || ::fcntl(fd, F_SETFL, ::fcntl(fd, F_GETFL) & ~O_NONBLOCK) != 0) {
+        int const error = folder ? EISDIR : errno;
         ::close(fd);
-        errno = EISDIR;
+        errno = error;
         return kNoFileHandle;
     }
     return fd;
