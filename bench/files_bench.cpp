@@ -1,6 +1,7 @@
 // A recursive listing of a 100,000-entry tree (1,110 folders, 99,000 files) with full paths:
-// kelFiles::getFiles without criteria, with the default criteria and with a caller's criteria
-// (which must be given every attribute), beside an nftw walk that collects the same paths.
+// kelFiles::getFiles without criteria, with the default criteria (both need only the entry
+// types) and with a caller's criteria (which is given every attribute, so each entry is
+// stat-ed), beside an nftw walk that stats each entry and collects the same paths.
 
 #include <kelcore/files/kelFileCriteriaAll.h>
 #include <kelcore/files/kelFileCriteriaDefault.h>

@@ -12,6 +12,7 @@
 #include <cstring>
 #include <memory>
 #include <string>
+#include <typeinfo>
 #include <vector>
 
 namespace KELKIT {
@@ -222,7 +223,12 @@ void kelFiles::getFiles(char const* folder, kelListString& files) {
 
 void kelFiles::getFiles(char const* folder, kelListString& files, bool recursive, bool fullPaths,
                         kelFileCriteria* criteria) {
-    walk(folder, recursive, criteria, criteria != nullptr,
+    // The default criteria looks at File, Folder, CurrentFolder and ParentFolder only, which the
+    // entry's type gives: no file status is needed for it (a class derived from it may look
+    // further, so only the exact class counts).
+    bool const wantAttributes =
+        criteria != nullptr && typeid(*criteria) != typeid(kelFileCriteriaDefault);
+    walk(folder, recursive, criteria, wantAttributes,
          [&files, fullPaths](std::string const& path, char const* name) {
              files.add(kelString(fullPaths ? path.c_str() : name));
          });
