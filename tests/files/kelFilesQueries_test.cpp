@@ -234,7 +234,7 @@ TEST(kelFilesQueries, OverLongPathsAreRefusedNeverOverrun) {
     EXPECT_EQ(0u, list.size());
 }
 
-TEST(kelFilesPathText, DocumentedCasesAndQuirks) {
+TEST(kelFilesPathText, EdgeCasesAndQuirks) {
     EXPECT_EQ(".\\|b.txt|.\\", split("b.txt"));
     EXPECT_EQ("C:\\a\\|b.txt|C:\\a\\", split("C:\\a\\b.txt"));
     EXPECT_EQ("C:\\a\\b\\||C:\\a\\", split("C:\\a\\b\\"));
