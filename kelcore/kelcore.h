@@ -85,6 +85,13 @@
 
 #include <kelcore/files/kelDrive.h>
 #include <kelcore/files/kelEnv.h>
+#include <kelcore/files/kelFile.h>
+#include <kelcore/files/kelFileCriteria.h>
+#include <kelcore/files/kelFileCriteriaAll.h>
+#include <kelcore/files/kelFileCriteriaDefault.h>
+#include <kelcore/files/kelFileItem.h>
+#include <kelcore/files/kelFiles.h>
+#include <kelcore/files/kelFolder.h>
 #include <kelcore/files/kelListDrive.h>
 #include <kelcore/files/kelListDrivePtr.h>
 #include <kelcore/files/kelSystem.h>
