@@ -4,6 +4,7 @@
 #include <kelcore/platform/kelFileHandle.h>
 #include <kelcore/platform/kelFileInfo.h>
 #include <kelcore/platform/kelNativePath.h>
+#include <kelcore/platform/kelPathChanges.h>
 #include <kelcore/platform/kelTextReader.h>
 #include <kelcore/strings/kelStringTokenizer.h>
 
@@ -455,6 +456,10 @@ void kelFiles::expand(char const* path, kelListString& paths) {
     for (std::size_t i = open + 1; i < close; ++i) {
         paths.add(kelString((head + text[i] + tail).c_str()));
     }
+}
+
+bool kelFiles::rename(char const* oldPath, char const* newPath) {
+    return platform::renameItem(oldPath, newPath);
 }
 
 } // namespace KELKIT

@@ -99,6 +99,12 @@ public:
     static kelString getUserFriendlySize(UInt64 size);
     static kelString getUserFriendlySize(UInt64 size, kelFileSizeUnit unit);
 
+    // Changes.
+    //
+    // Gives a file, folder or link a new path. A name that is taken is refused on every
+    // platform (false, both items untouched); a link is renamed itself, never its target.
+    static bool rename(char const* oldPath, char const* newPath);
+
     // Path text.
     //
     // Empties extension at each dot and appends every other character, without clearing it

@@ -293,3 +293,42 @@ TEST(kelFilesPathText, FriendlySizesTruncateAndSwitchUnitAtAThousand) {
     EXPECT_STREQ("0.00 KB", kelFiles::getUserFriendlySize(1ull << 62, U::Kilobytes).c_str());
     EXPECT_STREQ("", kelFiles::getUserFriendlySize(5, U(9)).c_str());
 }
+
+TEST(kelFilesChanges, RenameNeverReplacesATakenName) {
+    kelScratch scratch("rename");
+    scratch.write("a.txt", "A");
+    scratch.write("b.txt", "B");
+    fs::create_directories(scratch.root / "d1" / "inner");
+    fs::create_directories(scratch.root / "d2");
+    auto const read = [&](char const* name) {
+        std::ifstream in(scratch.root / name, std::ios::binary);
+        return std::string(std::istreambuf_iterator<char>(in), {});
+    };
+    auto const lib = [&](char const* name) { return scratch.lib(name); };
+    // Taken names, file or folder, either way round: refused, and both items stay as they were.
+    EXPECT_FALSE(kelFiles::rename(lib("a.txt").c_str(), lib("b.txt").c_str()));
+    EXPECT_FALSE(kelFiles::rename(lib("a.txt").c_str(), lib("d2").c_str()));
+    EXPECT_FALSE(kelFiles::rename(lib("d1").c_str(), lib("d2").c_str()));
+    EXPECT_FALSE(kelFiles::rename(lib("d1").c_str(), lib("b.txt").c_str()));
+    EXPECT_EQ("A", read("a.txt"));
+    EXPECT_EQ("B", read("b.txt"));
+    EXPECT_TRUE(fs::is_directory(scratch.root / "d1" / "inner"));
+    // Free names: the item moves, contents and all.
+    EXPECT_TRUE(kelFiles::rename(lib("a.txt").c_str(), lib("c.txt").c_str()));
+    EXPECT_TRUE(kelFiles::rename(lib("d1").c_str(), lib("d2\\d3").c_str()));
+    EXPECT_EQ("A", read("c.txt"));
+    EXPECT_FALSE(fs::exists(scratch.root / "a.txt"));
+    EXPECT_TRUE(fs::is_directory(scratch.root / "d2" / "d3" / "inner"));
+    // Missing source, null and empty paths.
+    EXPECT_FALSE(kelFiles::rename(lib("a.txt").c_str(), lib("e.txt").c_str()));
+    EXPECT_FALSE(kelFiles::rename(nullptr, lib("e.txt").c_str()));
+    EXPECT_FALSE(kelFiles::rename(lib("c.txt").c_str(), ""));
+#if !defined(_WIN32)
+    // A link is renamed itself: its target keeps its name and content.
+    fs::create_symlink(scratch.root / "c.txt", scratch.root / "link");
+    EXPECT_FALSE(kelFiles::rename(lib("link").c_str(), lib("b.txt").c_str()));
+    EXPECT_TRUE(kelFiles::rename(lib("link").c_str(), lib("link2").c_str()));
+    EXPECT_TRUE(fs::is_symlink(scratch.root / "link2"));
+    EXPECT_EQ("A", read("c.txt"));
+#endif
+}
