@@ -107,7 +107,17 @@ bool kelCacheFile::reload(char const* path, FILE_DATA& data) {
     // rather than what the record said before, so that no size ever promises missing bytes.
     readFile(file, data.data);
     data.size = data.data.getSize();
-    mImpl->cache.set(kelString(path), data, expiration);
+    kelString const key(path);
+    // The old bytes go first, so that no more than the caller's and the cache's copy are ever
+    // alive at once.
+    if (auto* const old = mImpl->cache.find(key)) {
+        old->value = FILE_DATA();
+    }
+    mImpl->cache.set(key, data, expiration);
+    // A copy of the bytes that memory refused leaves the entry's buffer empty; so is its size.
+    if (auto* const stored = mImpl->cache.find(key)) {
+        stored->value.size = stored->value.data.getSize();
+    }
     return true;
 }
 

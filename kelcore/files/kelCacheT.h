@@ -4,9 +4,8 @@
 #include <kelcore/frame/kelExport.h>
 #include <kelcore/time/kelTime.h>
 
-#include <algorithm>
+#include <list>
 #include <memory>
-#include <vector>
 
 namespace KELKIT {
 
@@ -15,8 +14,8 @@ namespace KELKIT {
 // unique.
 //
 // Expiry is lazy: nothing runs in the background, and a stale entry is dropped, with its
-// memory, by the next find (which every other operation but clear calls). A lookup therefore
-// costs time in proportion to the number of entries. There is no upper limit on their number.
+// memory, by the next find (which add, update, set and setExpiration call as well). A lookup
+// therefore costs time in proportion to the number of entries, which have no upper limit.
 //
 // Copies are independent: a copy holds copies of the entries.
 //
@@ -26,6 +25,7 @@ template <typename K, typename V>
 class kelCacheT {
 public:
     struct ENTRY {
+        ENTRY(kelTime const& when, K const& k, V const& v) : expiration(when), key(k), value(v) {}
         // The moment from which the entry is stale.
         kelTime expiration;
         K key;
@@ -52,22 +52,24 @@ public:
     virtual void set(K const& key, V const& value, kelTime const& expiration);
     // Gives the entry that find yields the new expiration; nothing without one.
     virtual void setExpiration(K const& key, kelTime const& expiration);
-    // removeExpired, then the first entry with the key, or null. The entry is valid until the
-    // next call that may change the store (any operation but this one when it yields null).
+    // removeExpired, then the first entry with the key, or null. The entry stays where it is
+    // until it goes: by clear, or by a later lookup once it has expired.
     virtual ENTRY* find(K const& key);
 
 private:
-    std::unique_ptr<std::vector<ENTRY>> mEntries;
+    // A list: entries never move, so a value (a whole file, for kelCacheFile) is copied once on
+    // the way in and never again while the store grows or drops entries around it.
+    std::unique_ptr<std::list<ENTRY>> mEntries;
 };
 
 // The members are out of line: a Windows DLL exports no inline member of its instantiations.
 
 template <typename K, typename V>
-kelCacheT<K, V>::kelCacheT() : mEntries(new std::vector<ENTRY>()) {}
+kelCacheT<K, V>::kelCacheT() : mEntries(new std::list<ENTRY>()) {}
 
 template <typename K, typename V>
 kelCacheT<K, V>::kelCacheT(kelCacheT const& other)
-    : mEntries(new std::vector<ENTRY>(*other.mEntries)) {}
+    : mEntries(new std::list<ENTRY>(*other.mEntries)) {}
 
 template <typename K, typename V>
 kelCacheT<K, V>& kelCacheT<K, V>::operator=(kelCacheT const& other) {
@@ -88,17 +90,13 @@ void kelCacheT<K, V>::clear() {
 template <typename K, typename V>
 void kelCacheT<K, V>::removeExpired() {
     kelTime const now = kelTime::now();
-    // One stable pass: the survivors keep their order, as if the stale ones were erased one by
-    // one from the back.
-    mEntries->erase(std::remove_if(mEntries->begin(), mEntries->end(),
-                                   [&now](ENTRY const& entry) { return entry.expiration < now; }),
-                    mEntries->end());
+    mEntries->remove_if([&now](ENTRY const& entry) { return entry.expiration < now; });
 }
 
 template <typename K, typename V>
 void kelCacheT<K, V>::add(K const& key, V const& value, kelTime const& expiration) {
     if (find(key) == nullptr) {
-        mEntries->push_back(ENTRY{expiration, key, value});
+        mEntries->emplace_back(expiration, key, value);
     }
 }
 
