@@ -157,5 +157,7 @@
 #include <kelcore/tasks/kelStateMachine.h>
 #include <kelcore/tasks/kelTask.h>
 #include <kelcore/tasks/kelTaskTree.h>
+#include <kelcore/files/kelCacheFile.h>
+#include <kelcore/files/kelCacheT.h>
 
 #endif
