@@ -1,5 +1,6 @@
 #include <kelcore/memory/kelMemoryBuffer.h>
 
+#include <kelcore/internal/kelPieceRead.h>
 #include <kelcore/serialization/kelISerializer.h>
 
 #include <algorithm>
@@ -10,8 +11,6 @@
 namespace KELKIT {
 
 namespace {
-
-UInt32 const kDeserializePiece = 1u << 20;
 
 // The unsigned integer of T's width.
 template <std::size_t Width>
@@ -230,22 +229,31 @@ void kelMemoryBuffer::serializeTo(kelISerializer& serializer) const {
 
 void kelMemoryBuffer::deserializeFrom(kelISerializer& serializer) {
     UInt32 count = 0;
-    serializer.deserialize(count);
-    if (!allocate(std::min(count, kDeserializePiece))) {
+    if (!internal::advanced(serializer, [&] { serializer.deserialize(count); })) {
+        return;
+    }
+    // The bytes go to a buffer of their own that doubles as they arrive (its last step lands
+    // on count exactly), and replace this one only when all of them came.
+    kelMemoryBuffer incoming;
+    if (!incoming.allocate(std::min(count, internal::READ_PIECE))) {
         return;
     }
     UInt32 done = 0;
     while (done < count) {
-        if (mSize == done) {
-            UInt32 const grown = count - mSize > mSize ? mSize * 2 : count;
-            if (!reallocate(grown)) {
+        if (incoming.mSize == done) {
+            UInt32 const grown = count - done > done ? done * 2 : count;
+            if (!incoming.reallocate(grown)) {
                 return;
             }
         }
-        UInt32 const piece = std::min(mSize - done, kDeserializePiece);
-        serializer.deserialize(mBuffer + done, piece);
+        UInt32 const piece = std::min(incoming.mSize - done, internal::READ_PIECE);
+        if (!internal::readPiece(serializer, incoming.mBuffer + done, piece)) {
+            return;
+        }
         done += piece;
     }
+    std::swap(mBuffer, incoming.mBuffer);
+    std::swap(mSize, incoming.mSize);
 }
 
 } // namespace KELKIT
