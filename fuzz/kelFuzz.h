@@ -38,8 +38,8 @@ namespace kelFuzz {
 class HeapCount {
 public:
     HeapCount() {
-        static bool const installed = (__sanitizer_install_malloc_and_free_hooks(onMalloc, nullptr),
-                                       true);
+        static bool const installed =
+            (__sanitizer_install_malloc_and_free_hooks(onMalloc, nullptr), true);
         static_cast<void>(installed);
         bytes() = 0;
         counting() = true;

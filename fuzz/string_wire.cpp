@@ -66,8 +66,7 @@ void readRun(kelISerializer& s, Kind kind, std::uint8_t const* data, UInt32 size
 
 extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size) {
     kelFuzz::Serializers serializers(data, size);
-    serializers.forEach([&](kelISerializer& s, Kind kind) {
-        readRun(s, kind, data, static_cast<UInt32>(size));
-    });
+    serializers.forEach(
+        [&](kelISerializer& s, Kind kind) { readRun(s, kind, data, static_cast<UInt32>(size)); });
     return 0;
 }
