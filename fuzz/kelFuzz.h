@@ -121,7 +121,7 @@ public:
         mBinary.loadData(data, length);
         mMemory.loadData(data, length);
         mBuffered.loadData(data, length);
-        file().loadData(data, length);
+        scratchFile().loadData(data, length);
     }
 
     // f(serializer, kind) for each of the four.
@@ -130,12 +130,18 @@ public:
         f(static_cast<KELKIT::kelISerializer&>(mBinary), Kind::Binary);
         f(static_cast<KELKIT::kelISerializer&>(mMemory), Kind::Memory);
         f(static_cast<KELKIT::kelISerializer&>(mBuffered), Kind::Buffered);
-        f(static_cast<KELKIT::kelISerializer&>(file()), Kind::File);
+        f(static_cast<KELKIT::kelISerializer&>(scratchFile()), Kind::File);
     }
 
     // Bytes consumed so far: the read position, as every serializer reports it.
     static KELKIT::UInt32 consumed(KELKIT::kelISerializer& s, KELKIT::UInt32 loaded) {
         return loaded - s.getRemainingSize();
+    }
+
+    // The process's one file serializer, in mode ReadAndWrite.
+    static KELKIT::kelFileSerializer& scratchFile() {
+        static ScratchFile scratch;
+        return scratch.serializer;
     }
 
 private:
@@ -155,10 +161,6 @@ private:
         std::string path;
         KELKIT::kelFileSerializer serializer;
     };
-    static KELKIT::kelFileSerializer& file() {
-        static ScratchFile scratch;
-        return scratch.serializer;
-    }
 
     std::vector<std::uint8_t> mBlock;
     KELKIT::kelBinarySerializer mBinary;
