@@ -9,25 +9,16 @@
 #include <kelcore/strings/kelStringConverter.h>
 
 #include <cstring>
-#include <locale>
-#include <sstream>
 
 using namespace KELKIT;
 
 namespace {
 
-template <class T>
-bool streamRead(char const* text, T& value) {
-    std::istringstream in(text);
-    in.imbue(std::locale::classic());
-    value = T();
-    return static_cast<bool>(in >> value);
-}
+using kelFuzz::streamRead;
 
 template <class T>
 T modelNumber(char const* text) {
-    T value;
-    return streamRead(text, value) ? value : T();
+    return kelFuzz::streamNumber<T>(text);
 }
 
 template <class T>

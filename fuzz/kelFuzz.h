@@ -20,6 +20,8 @@
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
+#include <locale>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -80,6 +82,31 @@ bool throws(Read read) {
         return true;
     }
     return false;
+}
+
+// A classic-locale string stream extraction, the reading the converter's headers promise.
+template <class T>
+bool streamRead(char const* text, T& value) {
+    std::istringstream in(text);
+    in.imbue(std::locale::classic());
+    value = T();
+    return static_cast<bool>(in >> value);
+}
+
+// The same, 0 when it fails.
+template <class T>
+T streamNumber(char const* text) {
+    T value;
+    return streamRead(text, value) ? value : T();
+}
+
+// What a classic-locale output stream prints.
+template <class T>
+std::string streamText(T value) {
+    std::ostringstream out;
+    out.imbue(std::locale::classic());
+    out << value;
+    return out.str();
 }
 
 // The value of n bytes, least significant first.
