@@ -139,7 +139,7 @@ struct Counted {
 enum class Kind { Binary, Memory, Buffered, File };
 
 // The four serializers of the library, each holding the given bytes through loadData, so that
-// reading starts at their first byte. The file lives in the temporary folder, one per process.
+// reading starts at their first byte. One file per process, in memory where possible.
 class Serializers {
 public:
     Serializers(std::uint8_t const* data, std::size_t size)
@@ -174,12 +174,19 @@ public:
 private:
     struct ScratchFile {
         ScratchFile()
-            : path((std::filesystem::temp_directory_path() /
+            : path((folder() /
                     ("kelcore-fuzz-" +
                      std::to_string(std::chrono::steady_clock::now().time_since_epoch().count())))
                        .string()),
               serializer(path.c_str(), KELKIT::kelFileSerializer::FileMode(
                                            KELKIT::kelFileSerializer::FileMode::ReadAndWrite)) {}
+        // Memory-backed where there is such a folder: every input opens the file twice.
+        static std::filesystem::path folder() {
+            std::error_code ignored;
+            return std::filesystem::is_directory("/dev/shm", ignored)
+                       ? std::filesystem::path("/dev/shm")
+                       : std::filesystem::temp_directory_path();
+        }
         ~ScratchFile() {
             serializer.closeFile();
             std::error_code ignored;

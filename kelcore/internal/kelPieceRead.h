@@ -21,34 +21,49 @@ namespace internal {
 
 constexpr UInt32 READ_PIECE = 1u << 16;
 
-// Runs one read through the serializer; false when it consumed nothing.
-template <class Read>
-bool advanced(kelISerializer& serializer, Read read) {
-    UInt32 const before = serializer.getRemainingSize();
-    read();
-    return serializer.getRemainingSize() != before;
-}
+// Watches a read through the serializer's remaining size, asked once before the read and once
+// after each piece (asking may cost a system call, as with a file). A piece counts as arrived
+// when more bytes were consumed since the last question than the fixed fields read before it
+// in that span: a stream that ends inside those fields has nothing left for the piece either.
+class ReadProgress {
+public:
+    explicit ReadProgress(kelISerializer& serializer)
+        : mSerializer(serializer), mMark(serializer.getRemainingSize()) {}
 
-// size bytes into data, a piece at most; false when nothing was consumed.
-inline bool readPiece(kelISerializer& serializer, UInt8* data, UInt32 size) {
-    return advanced(serializer, [&] { serializer.deserialize(data, size); });
-}
+    bool arrived(UInt32 fieldBytes) {
+        UInt32 const now = mSerializer.getRemainingSize();
+        UInt32 const consumed = mMark - now;
+        mMark = now;
+        return consumed > fieldBytes;
+    }
+
+private:
+    kelISerializer& mSerializer;
+    UInt32 mMark;
+};
 
 // A UInt32 length, then that many bytes, into text, cut at the first 0 byte as a C text would
-// be. False, with text in an unspecified state, when a piece made no progress.
-inline bool readCountedText(kelISerializer& serializer, std::string& text) {
+// be; fieldBytes were read since progress last looked. False, with text in an unspecified
+// state, when the length or a piece of the payload made no progress.
+inline bool readCountedText(kelISerializer& serializer, std::string& text, ReadProgress& progress,
+                            UInt32 fieldBytes) {
     UInt32 length = 0;
-    if (!advanced(serializer, [&] { serializer.deserialize(length); })) {
-        return false;
+    serializer.deserialize(length);
+    if (length == 0) {
+        text.clear();
+        return progress.arrived(fieldBytes);
     }
+    fieldBytes += 4;
     text.clear();
     UInt32 received = 0;
     while (received < length) {
         UInt32 const piece = (length - received < READ_PIECE) ? length - received : READ_PIECE;
         text.resize(static_cast<std::size_t>(received) + piece);
-        if (!readPiece(serializer, reinterpret_cast<UInt8*>(&text[received]), piece)) {
+        serializer.deserialize(reinterpret_cast<UInt8*>(&text[received]), piece);
+        if (!progress.arrived(fieldBytes)) {
             return false;
         }
+        fieldBytes = 0;
         received += piece;
     }
     text.resize(std::strlen(text.c_str()));

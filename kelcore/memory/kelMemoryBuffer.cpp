@@ -228,8 +228,10 @@ void kelMemoryBuffer::serializeTo(kelISerializer& serializer) const {
 }
 
 void kelMemoryBuffer::deserializeFrom(kelISerializer& serializer) {
+    internal::ReadProgress progress(serializer);
     UInt32 count = 0;
-    if (!internal::advanced(serializer, [&] { serializer.deserialize(count); })) {
+    serializer.deserialize(count);
+    if (count == 0 && !progress.arrived(0)) {
         return;
     }
     // The bytes go to a buffer of their own that doubles as they arrive (its last step lands
@@ -239,6 +241,7 @@ void kelMemoryBuffer::deserializeFrom(kelISerializer& serializer) {
         return;
     }
     UInt32 done = 0;
+    UInt32 fieldBytes = 4;
     while (done < count) {
         if (incoming.mSize == done) {
             UInt32 const grown = count - done > done ? done * 2 : count;
@@ -247,9 +250,11 @@ void kelMemoryBuffer::deserializeFrom(kelISerializer& serializer) {
             }
         }
         UInt32 const piece = std::min(incoming.mSize - done, internal::READ_PIECE);
-        if (!internal::readPiece(serializer, incoming.mBuffer + done, piece)) {
+        serializer.deserialize(incoming.mBuffer + done, piece);
+        if (!progress.arrived(fieldBytes)) {
             return;
         }
+        fieldBytes = 0;
         done += piece;
     }
     std::swap(mBuffer, incoming.mBuffer);

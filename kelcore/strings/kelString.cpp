@@ -342,7 +342,8 @@ void kelString::deserializeFrom(kelISerializer& serializer) {
     // Read aside, so that a refused read (an exception, or a serializer that delivers nothing)
     // leaves this string as it was. Bytes behind a 0 byte inside the data are dropped.
     std::string text;
-    if (internal::readCountedText(serializer, text)) {
+    internal::ReadProgress progress(serializer);
+    if (internal::readCountedText(serializer, text, progress, 0)) {
         mText->swap(text);
     }
 }

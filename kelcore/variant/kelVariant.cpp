@@ -551,22 +551,22 @@ void kelVariant::serializeTo(kelISerializer& serializer) const {
 }
 
 void kelVariant::deserializeFrom(kelISerializer& serializer) {
+    internal::ReadProgress progress(serializer);
     UInt8 number = 0;
-    if (!internal::advanced(serializer, [&] { serializer.deserialize(number); })) {
-        return;
-    }
+    serializer.deserialize(number);
     Format const format = static_cast<Format>(number);
     // Each payload is read into a value of its own first: if the serializer throws on a short
     // stream, or delivers nothing without throwing, this variant still holds what it held.
     if (isNumeric(format)) {
         UInt64 bits = 0;
-        if (!internal::advanced(serializer, [&] { serializer.deserialize(bits); })) {
+        serializer.deserialize(bits);
+        if (!progress.arrived(1)) {
             return;
         }
         setCell(format, normalised(format, bits));
     } else if (format == kelVariantFormat::String) {
         std::string bytes;
-        if (!internal::readCountedText(serializer, bytes)) {
+        if (!internal::readCountedText(serializer, bytes, progress, 1)) {
             return;
         }
         std::unique_ptr<kelString> text(new kelString(bytes.c_str()));
@@ -575,7 +575,8 @@ void kelVariant::deserializeFrom(kelISerializer& serializer) {
         setKind(kelVariantFormat::String);
     } else if (format == kelVariantFormat::Time) {
         std::unique_ptr<kelTime> time(new kelTime(0ull));
-        if (!internal::advanced(serializer, [&] { time->deserializeFrom(serializer); })) {
+        time->deserializeFrom(serializer);
+        if (!progress.arrived(1)) {
             return;
         }
         release();
