@@ -46,7 +46,16 @@ void kelFileSerializer::closeFile() {
 
 void kelFileSerializer::flushFile() {
     if (mFile != nullptr) {
-        std::fflush(mFile.get());
+        std::FILE* const file = mFile.get();
+        if (mLastOperation == Operation::Deserialize) {
+            // The Windows runtime drops a reading stream's read-ahead at fflush without moving
+            // the file back to where reading stands; the seek puts it there on every platform.
+            long long const noted = platform::tellFileStream(file);
+            std::fflush(file);
+            platform::seekFileStream(file, noted < 0 ? 0 : noted, SEEK_SET);
+        } else {
+            std::fflush(file);
+        }
     }
 }
 
