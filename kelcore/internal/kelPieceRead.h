@@ -21,49 +21,50 @@ namespace internal {
 
 constexpr UInt32 READ_PIECE = 1u << 16;
 
-// Watches a read through the serializer's remaining size, asked once before the read and once
-// after each piece (asking may cost a system call, as with a file). A piece counts as arrived
-// when more bytes were consumed since the last question than the fixed fields read before it
-// in that span: a stream that ends inside those fields has nothing left for the piece either.
+// Watches the read of one value through the serializer's remaining size. Offsets count from the
+// value's first byte. A piece has arrived when the read position has moved beyond the piece's
+// start: a stream that ends earlier has nothing left for the piece either. The remaining size is
+// asked once at the start and then only for a piece that reaches beyond it (asking may cost a
+// system call, as with a file); a remaining size of 2 GiB or more is not believed, as it is what
+// a read position beyond the end gives.
 class ReadProgress {
 public:
     explicit ReadProgress(kelISerializer& serializer)
-        : mSerializer(serializer), mMark(serializer.getRemainingSize()) {}
+        : mSerializer(serializer), mStart(serializer.getRemainingSize()) {}
 
-    bool arrived(UInt32 fieldBytes) {
-        UInt32 const now = mSerializer.getRemainingSize();
-        UInt32 const consumed = mMark - now;
-        mMark = now;
-        return consumed > fieldBytes;
+    bool arrived(UInt64 pieceStart, UInt64 pieceEnd) const {
+        if (mStart < 0x80000000u && pieceEnd <= mStart) {
+            return true;
+        }
+        UInt32 const consumed = mStart - mSerializer.getRemainingSize();
+        return consumed > pieceStart;
     }
 
 private:
     kelISerializer& mSerializer;
-    UInt32 mMark;
+    UInt32 const mStart;
 };
 
-// A UInt32 length, then that many bytes, into text, cut at the first 0 byte as a C text would
-// be; fieldBytes were read since progress last looked. False, with text in an unspecified
-// state, when the length or a piece of the payload made no progress.
-inline bool readCountedText(kelISerializer& serializer, std::string& text, ReadProgress& progress,
-                            UInt32 fieldBytes) {
+// A UInt32 length at offset `at` of the value, then that many bytes, into text, cut at the first
+// 0 byte as a C text would be. False, with text in an unspecified state, when the length or a
+// piece of the payload did not arrive.
+inline bool readCountedText(kelISerializer& serializer, std::string& text,
+                            ReadProgress const& progress, UInt32 at) {
     UInt32 length = 0;
     serializer.deserialize(length);
-    if (length == 0) {
-        text.clear();
-        return progress.arrived(fieldBytes);
-    }
-    fieldBytes += 4;
     text.clear();
+    if (length == 0) {
+        return progress.arrived(at, at + 4);
+    }
+    UInt64 const payload = static_cast<UInt64>(at) + 4;
     UInt32 received = 0;
     while (received < length) {
         UInt32 const piece = (length - received < READ_PIECE) ? length - received : READ_PIECE;
         text.resize(static_cast<std::size_t>(received) + piece);
         serializer.deserialize(reinterpret_cast<UInt8*>(&text[received]), piece);
-        if (!progress.arrived(fieldBytes)) {
+        if (!progress.arrived(payload + received, payload + received + piece)) {
             return false;
         }
-        fieldBytes = 0;
         received += piece;
     }
     text.resize(std::strlen(text.c_str()));

@@ -228,10 +228,10 @@ void kelMemoryBuffer::serializeTo(kelISerializer& serializer) const {
 }
 
 void kelMemoryBuffer::deserializeFrom(kelISerializer& serializer) {
-    internal::ReadProgress progress(serializer);
+    internal::ReadProgress const progress(serializer);
     UInt32 count = 0;
     serializer.deserialize(count);
-    if (count == 0 && !progress.arrived(0)) {
+    if (count == 0 && !progress.arrived(0, 4)) {
         return;
     }
     // The bytes go to a buffer of their own that doubles as they arrive (its last step lands
@@ -241,7 +241,6 @@ void kelMemoryBuffer::deserializeFrom(kelISerializer& serializer) {
         return;
     }
     UInt32 done = 0;
-    UInt32 fieldBytes = 4;
     while (done < count) {
         if (incoming.mSize == done) {
             UInt32 const grown = count - done > done ? done * 2 : count;
@@ -251,10 +250,9 @@ void kelMemoryBuffer::deserializeFrom(kelISerializer& serializer) {
         }
         UInt32 const piece = std::min(incoming.mSize - done, internal::READ_PIECE);
         serializer.deserialize(incoming.mBuffer + done, piece);
-        if (!progress.arrived(fieldBytes)) {
+        if (!progress.arrived(UInt64(4) + done, UInt64(4) + done + piece)) {
             return;
         }
-        fieldBytes = 0;
         done += piece;
     }
     std::swap(mBuffer, incoming.mBuffer);

@@ -342,7 +342,7 @@ void kelString::deserializeFrom(kelISerializer& serializer) {
     // Read aside, so that a refused read (an exception, or a serializer that delivers nothing)
     // leaves this string as it was. Bytes behind a 0 byte inside the data are dropped.
     std::string text;
-    internal::ReadProgress progress(serializer);
+    internal::ReadProgress const progress(serializer);
     if (internal::readCountedText(serializer, text, progress, 0)) {
         mText->swap(text);
     }

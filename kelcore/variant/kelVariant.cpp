@@ -551,7 +551,7 @@ void kelVariant::serializeTo(kelISerializer& serializer) const {
 }
 
 void kelVariant::deserializeFrom(kelISerializer& serializer) {
-    internal::ReadProgress progress(serializer);
+    internal::ReadProgress const progress(serializer);
     UInt8 number = 0;
     serializer.deserialize(number);
     Format const format = static_cast<Format>(number);
@@ -560,7 +560,7 @@ void kelVariant::deserializeFrom(kelISerializer& serializer) {
     if (isNumeric(format)) {
         UInt64 bits = 0;
         serializer.deserialize(bits);
-        if (!progress.arrived(1)) {
+        if (!progress.arrived(1, 9)) {
             return;
         }
         setCell(format, normalised(format, bits));
@@ -576,7 +576,7 @@ void kelVariant::deserializeFrom(kelISerializer& serializer) {
     } else if (format == kelVariantFormat::Time) {
         std::unique_ptr<kelTime> time(new kelTime(0ull));
         time->deserializeFrom(serializer);
-        if (!progress.arrived(1)) {
+        if (!progress.arrived(1, 9)) {
             return;
         }
         release();
