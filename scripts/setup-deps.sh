@@ -2,6 +2,7 @@
 # Installs what the build needs from Debian's archive, and only what is missing.
 #   setup-deps.sh native    compilers, CMake, GoogleTest, Google Benchmark, TinyXML
 #   setup-deps.sh windows   the above plus MinGW-w64, Wine and TinyXML's source package
+#   setup-deps.sh fuzz      the native set plus clang and its sanitizer and libFuzzer runtime
 set -euo pipefail
 
 mode=${1:-native}
@@ -9,6 +10,7 @@ root=$(cd "$(dirname "$0")/.." && pwd)
 
 native_pkgs=(g++ cmake ninja-build pkg-config libgtest-dev googletest libbenchmark-dev libtinyxml-dev clang-format)
 windows_pkgs=(g++-mingw-w64-x86-64 wine64 dpkg-dev)
+fuzz_pkgs=(clang libclang-rt-14-dev)
 
 sudo_cmd=()
 if [ "$(id -u)" -ne 0 ]; then sudo_cmd=(sudo); fi
@@ -16,6 +18,7 @@ if [ "$(id -u)" -ne 0 ]; then sudo_cmd=(sudo); fi
 missing=()
 want=("${native_pkgs[@]}")
 [ "$mode" = windows ] && want+=("${windows_pkgs[@]}")
+[ "$mode" = fuzz ] && want+=("${fuzz_pkgs[@]}")
 for p in "${want[@]}"; do
     dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q "install ok installed" || missing+=("$p")
 done

@@ -1,5 +1,6 @@
 #include <kelcore/memory/kelMemoryBuffer.h>
 
+#include <kelcore/internal/kelPieceRead.h>
 #include <kelcore/serialization/kelISerializer.h>
 
 #include <algorithm>
@@ -10,8 +11,6 @@
 namespace KELKIT {
 
 namespace {
-
-UInt32 const kDeserializePiece = 1u << 20;
 
 // The unsigned integer of T's width.
 template <std::size_t Width>
@@ -266,23 +265,35 @@ void kelMemoryBuffer::serializeTo(kelISerializer& serializer) const {
 }
 
 void kelMemoryBuffer::deserializeFrom(kelISerializer& serializer) {
+    internal::ReadProgress const progress(serializer);
     UInt32 count = 0;
     serializer.deserialize(count);
-    if (!allocate(std::min(count, kDeserializePiece))) {
+    if (count == 0 && !progress.arrived(0, 4)) {
+        return;
+    }
+    // The bytes go to a buffer of their own that doubles as they arrive (its last step lands
+    // on count exactly), and replace this one only when all of them came.
+    kelMemoryBuffer incoming;
+    if (!incoming.allocate(std::min(count, internal::READ_PIECE))) {
         return;
     }
     UInt32 done = 0;
     while (done < count) {
-        if (mSize == done) {
-            UInt32 const grown = count - mSize > mSize ? mSize * 2 : count;
-            if (!reallocate(grown)) {
+        if (incoming.mSize == done) {
+            UInt32 const grown = count - done > done ? done * 2 : count;
+            if (!incoming.reallocate(grown)) {
                 return;
             }
         }
-        UInt32 const piece = std::min(mSize - done, kDeserializePiece);
-        serializer.deserialize(mBuffer + done, piece);
+        UInt32 const piece = std::min(incoming.mSize - done, internal::READ_PIECE);
+        serializer.deserialize(incoming.mBuffer + done, piece);
+        if (!progress.arrived(UInt64(4) + done, UInt64(4) + done + piece)) {
+            return;
+        }
         done += piece;
     }
+    std::swap(mBuffer, incoming.mBuffer);
+    std::swap(mSize, incoming.mSize);
 }
 
 } // namespace KELKIT

@@ -61,9 +61,11 @@ public:
 
     // The size as UInt32, then the bytes.
     void serializeTo(kelISerializer& serializer) const override;
-    // Replaces the content. A large stored size is read in pieces of 1 MiB, the block growing
-    // with them, so that a hostile size fails on the missing bytes rather than on a huge
-    // allocation; when the serializer throws, the buffer holds what was read so far.
+    // Replaces the content. A large stored size is believed only as the bytes arrive, so a
+    // hostile one costs no more memory than the data behind it. A refused read leaves the buffer
+    // as it was: the serializer's exception passes, and with a serializer that cannot throw on a
+    // short read (kelBufferedSerializer, kelFileSerializer) the read stops at the first piece
+    // that arrives empty. A failed allocation likewise changes nothing and reads no payload.
     void deserializeFrom(kelISerializer& serializer) override;
 
 private:

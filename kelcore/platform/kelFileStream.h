@@ -14,6 +14,10 @@ std::FILE* openFileStream(char const* path, char const* mode);
 bool seekFileStream(std::FILE* stream, long long offset, int whence);
 // ftell; -1 on failure.
 long long tellFileStream(std::FILE* stream);
+// The file's length without moving the stream, so that what it has buffered for reading stays;
+// false on failure or when written bytes may still wait in the stream's buffer. Windows cannot
+// tell the latter: ask only when no write went into the stream since its last seek.
+bool fileStreamLength(std::FILE* stream, long long& length);
 
 } // namespace platform
 } // namespace KELKIT

@@ -46,7 +46,16 @@ void kelFileSerializer::closeFile() {
 
 void kelFileSerializer::flushFile() {
     if (mFile != nullptr) {
-        std::fflush(mFile.get());
+        std::FILE* const file = mFile.get();
+        if (mLastOperation == Operation::Deserialize) {
+            // The Windows runtime drops a reading stream's read-ahead at fflush without moving
+            // the file back to where reading stands; the seek puts it there on every platform.
+            long long const noted = platform::tellFileStream(file);
+            std::fflush(file);
+            platform::seekFileStream(file, noted < 0 ? 0 : noted, SEEK_SET);
+        } else {
+            std::fflush(file);
+        }
     }
 }
 
@@ -55,6 +64,13 @@ UInt32 kelFileSerializer::getSize() const {
         return 0;
     }
     std::FILE* const file = mFile.get();
+    // While reading, nothing of ours waits to be written (turning to reading sought, which
+    // flushes): the file's own length is the answer, and the stream keeps its read buffer,
+    // which readers that ask for the remaining size after every piece rely on.
+    long long length = 0;
+    if (mLastOperation == Operation::Deserialize && platform::fileStreamLength(file, length)) {
+        return length < 0 ? 0 : static_cast<UInt32>(length);
+    }
     long long const noted = platform::tellFileStream(file);
     platform::seekFileStream(file, 0, SEEK_END);
     long long const end = platform::tellFileStream(file);

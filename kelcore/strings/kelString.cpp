@@ -1,5 +1,7 @@
 #include <kelcore/strings/kelString.h>
 
+#include <kelcore/internal/kelPieceRead.h>
+
 #include <cctype>
 #include <cstring>
 #include <vector>
@@ -17,10 +19,6 @@ char const* orEmpty(char const* text) {
 int compareTexts(char const* a, char const* b) {
     return std::strcmp(a, b);
 }
-
-// Largest payload read in one piece. A longer length field is believed only as far as the
-// bytes actually arrive, so a hostile length costs no more memory than the data behind it.
-constexpr UInt32 READ_PIECE = 1u << 20;
 
 } // namespace
 
@@ -341,26 +339,13 @@ void kelString::serializeTo(kelISerializer& serializer) const {
 }
 
 void kelString::deserializeFrom(kelISerializer& serializer) {
-    UInt32 length = 0;
-    serializer.deserialize(length);
-    if (length == 0) {
-        clear();
-        return;
+    // Read aside, so that a refused read (an exception, or a serializer that delivers nothing)
+    // leaves this string as it was. Bytes behind a 0 byte inside the data are dropped.
+    std::string text;
+    internal::ReadProgress const progress(serializer);
+    if (internal::readCountedText(serializer, text, progress, 0)) {
+        mText->swap(text);
     }
-    // A short text is read in one call, so that a refused read moves nothing. A long one is
-    // read piece by piece and only grows as the bytes arrive; if a piece is refused, the pieces
-    // before it stay consumed, and this string is unchanged either way.
-    std::vector<char> bytes;
-    UInt32 received = 0;
-    while (received < length) {
-        UInt32 const piece = (length - received < READ_PIECE) ? length - received : READ_PIECE;
-        bytes.resize(static_cast<std::size_t>(received) + piece);
-        serializer.deserialize(reinterpret_cast<UInt8*>(bytes.data()) + received, piece);
-        received += piece;
-    }
-    bytes.push_back('\0');
-    // Bytes behind a 0 byte inside the data are dropped.
-    mText->assign(bytes.data());
 }
 
 UInt32 kelString::getHashCode() const {

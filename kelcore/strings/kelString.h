@@ -123,6 +123,11 @@ public:
 
     // A UInt32 length, then that many bytes (none when empty).
     void serializeTo(kelISerializer& serializer) const override;
+    // Reads that form; the text ends at the first 0 byte of the data. A long length is believed
+    // only as the bytes arrive, so a hostile one costs no more memory than the data behind it.
+    // A refused read leaves the string as it was: the serializer's exception passes, and with a
+    // serializer that cannot throw on a short read (kelBufferedSerializer, kelFileSerializer)
+    // the read stops at the first piece that arrives empty.
     void deserializeFrom(kelISerializer& serializer) override;
 
     // The product of the characters taken as signed bytes, modulo 2^32; 0 when empty. The order

@@ -1,5 +1,6 @@
 #include <kelcore/variant/kelVariant.h>
 
+#include <kelcore/internal/kelPieceRead.h>
 #include <kelcore/strings/kelStringConverter.h>
 
 #include <cctype>
@@ -550,24 +551,34 @@ void kelVariant::serializeTo(kelISerializer& serializer) const {
 }
 
 void kelVariant::deserializeFrom(kelISerializer& serializer) {
+    internal::ReadProgress const progress(serializer);
     UInt8 number = 0;
     serializer.deserialize(number);
     Format const format = static_cast<Format>(number);
     // Each payload is read into a value of its own first: if the serializer throws on a short
-    // stream, this variant still holds what it held.
+    // stream, or delivers nothing without throwing, this variant still holds what it held.
     if (isNumeric(format)) {
         UInt64 bits = 0;
         serializer.deserialize(bits);
+        if (!progress.arrived(1, 9)) {
+            return;
+        }
         setCell(format, normalised(format, bits));
     } else if (format == kelVariantFormat::String) {
-        std::unique_ptr<kelString> text(new kelString());
-        text->deserializeFrom(serializer);
+        std::string bytes;
+        if (!internal::readCountedText(serializer, bytes, progress, 1)) {
+            return;
+        }
+        std::unique_ptr<kelString> text(new kelString(bytes.c_str()));
         release();
         mValue.text = text.release();
         setKind(kelVariantFormat::String);
     } else if (format == kelVariantFormat::Time) {
         std::unique_ptr<kelTime> time(new kelTime(0ull));
         time->deserializeFrom(serializer);
+        if (!progress.arrived(1, 9)) {
+            return;
+        }
         release();
         mValue.time = time.release();
         setKind(kelVariantFormat::Time);

@@ -161,7 +161,10 @@ public:
     // above 12 reads nothing more and leaves the empty state. A cell that no setter could have
     // produced (a UInt8 cell of 0x1234, a Float32 with a high half) is cut to its format's
     // width and extended as a setter would; a Bool cell is true when its low byte is not 0.
-    // When the serializer throws, the exception passes and the variant keeps its old value.
+    // When the serializer throws, the exception passes and the variant keeps its old value; so
+    // it does when a serializer that cannot throw on a short read (kelBufferedSerializer,
+    // kelFileSerializer) delivers nothing for a part. A String's length is believed only as its
+    // bytes arrive (see kelString::deserializeFrom).
     void deserializeFrom(kelISerializer& serializer) override;
 
 private:

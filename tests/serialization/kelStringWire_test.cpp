@@ -1,19 +1,26 @@
 #include <kelcore/frame/kelException.h>
+#include <kelcore/memory/kelMemoryBuffer.h>
 #include <kelcore/serialization/kelBinarySerializer.h>
+#include <kelcore/serialization/kelBufferedSerializer.h>
+#include <kelcore/serialization/kelFileSerializer.h>
 #include <kelcore/serialization/kelMemorySerializer.h>
 #include <kelcore/strings/kelString.h>
+#include <kelcore/variant/kelVariant.h>
 
+#include "support/kelWatchdog.h"
 #include "support/kelWireBytes.h"
 
 #include <gtest/gtest.h>
 
-#include <new>
+#include <chrono>
+#include <filesystem>
 #include <random>
 #include <string>
 
 using namespace KELKIT;
 using kelTest::bytesOf;
 using kelTest::WireBytes;
+using namespace std::chrono_literals;
 
 // The length, then the bytes without a terminator; both memory serializers alike.
 TEST(kelStringWire, GeneratedTextsRoundTripThroughBothMemorySerializers) {
@@ -55,30 +62,60 @@ TEST(kelStringWire, ZeroByteInsidePayloadEndsTheText) {
     EXPECT_EQ(0u, s.getRemainingSize()); // the whole payload was consumed
 }
 
-TEST(kelStringWire, HostileLengthsRaiseTheSerializersException) {
-    for (UInt32 length : {0xFFFFFFFFu, 0xFFFFFFFEu, 0x80000000u, 7u}) {
-        UInt8 block[10];
-        std::vector<unsigned char> const bytes = WireBytes().u32(length).text("xyzzyx").bytes();
-        std::copy(bytes.begin(), bytes.end(), block);
-        kelMemorySerializer s(block, 10);
-        kelString target("unchanged");
-        bool threw = false;
-        try {
-            target.deserializeFrom(s);
-        } catch (kelException const& e) {
-            threw = true;
-            EXPECT_STREQ("Unable to desialize data. Buffer is too small", e.getDescription());
-        } catch (std::bad_alloc const&) {
-            threw = true;
-        }
-        EXPECT_TRUE(threw) << length;
-        EXPECT_STREQ("unchanged", target.c_str());
-        EXPECT_EQ(4u, s.getSize() - s.getRemainingSize()) << "only the length is consumed";
-    }
+namespace {
 
-    kelBinarySerializer binary;
-    binary.serialize(0xFFFFFFFFu);
-    binary.serialize(static_cast<UInt32>(0));
-    kelString target;
-    EXPECT_THROW(target.deserializeFrom(binary), kelException);
+// Counts the bytes a reader asks for: a piece it never asks for, it cannot have allocated.
+template <class S>
+struct Counting : S {
+    using S::S;
+    void deserializeData(void* data, UInt32 size) override {
+        asked += size;
+        S::deserializeData(data, size);
+    }
+    unsigned long long asked = 0;
+};
+
+} // namespace
+
+// A length of 0xFFFFFFFF in front of "abc", as a string, a memory buffer and a String variant,
+// ends in the serializer's exception or an unchanged value, through every serializer.
+TEST(kelStringWire, HostileLengthsCostAPieceAndChangeNothing) {
+    kelWatchdog watchdog("hostile lengths", 120s);
+    std::vector<UInt8> const text = WireBytes().u32(0xFFFFFFFFu).text("abc").bytes();
+    std::vector<UInt8> const variant = WireBytes().u8(0x0B).u32(0xFFFFFFFFu).text("abc").bytes();
+    kelMemoryBuffer bytes(3);
+    bytes.set(text.data() + 4);
+    auto const check = [](auto& s, std::vector<UInt8> const& stream, auto const& before) {
+        s.loadData(stream.data(), UInt32(stream.size()));
+        s.asked = 0;
+        auto value = before;
+        try {
+            value.deserializeFrom(s);
+        } catch (kelException const& e) {
+            EXPECT_STREQ("Unable to desialize data. Buffer is too small", e.getDescription());
+        }
+        EXPECT_TRUE(value == before);
+        EXPECT_LE(s.asked, 1ull << 20); // a piece or two, not the stored length
+    };
+    auto const all = [&](auto& s) {
+        check(s, text, kelString("before"));
+        check(s, text, bytes);
+        check(s, variant, kelVariant(UInt32(7)));
+    };
+    UInt8 block[8];
+    Counting<kelBinarySerializer> binary;
+    Counting<kelMemorySerializer> memory(block, UInt32(sizeof block));
+    Counting<kelBufferedSerializer> buffered;
+    all(binary);
+    all(memory);
+    all(buffered);
+    auto const stamp = std::chrono::steady_clock::now().time_since_epoch().count();
+    std::string const path =
+        (std::filesystem::temp_directory_path() / ("kelcore-hostile-" + std::to_string(stamp)))
+            .string();
+    {
+        Counting<kelFileSerializer> file(path.c_str(), kelFileSerializer::FileMode::ReadAndWrite);
+        all(file);
+    }
+    std::filesystem::remove(path);
 }

@@ -1,6 +1,8 @@
 #include <kelcore/platform/kelFileStream.h>
 
+#include <stdio_ext.h>
 #include <string>
+#include <sys/stat.h>
 #include <sys/types.h>
 
 namespace KELKIT {
@@ -25,6 +27,15 @@ bool seekFileStream(std::FILE* stream, long long offset, int whence) {
 
 long long tellFileStream(std::FILE* stream) {
     return static_cast<long long>(ftello(stream));
+}
+
+bool fileStreamLength(std::FILE* stream, long long& length) {
+    struct stat status;
+    if (__fpending(stream) != 0 || fstat(fileno(stream), &status) != 0) {
+        return false;
+    }
+    length = static_cast<long long>(status.st_size);
+    return true;
 }
 
 } // namespace platform

@@ -1,5 +1,7 @@
 #include <kelcore/platform/kelFileStream.h>
 
+#include <io.h>
+
 namespace KELKIT {
 namespace platform {
 
@@ -13,6 +15,15 @@ bool seekFileStream(std::FILE* stream, long long offset, int whence) {
 
 long long tellFileStream(std::FILE* stream) {
     return _ftelli64(stream);
+}
+
+bool fileStreamLength(std::FILE* stream, long long& length) {
+    long long const result = _filelengthi64(_fileno(stream));
+    if (result < 0) {
+        return false;
+    }
+    length = result;
+    return true;
 }
 
 } // namespace platform

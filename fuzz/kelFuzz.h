@@ -1,0 +1,207 @@
+#ifndef KELCORE_FUZZ_KELFUZZ_H
+#define KELCORE_FUZZ_KELFUZZ_H
+
+// What the fuzz targets share: a failing check that libFuzzer reports as a crash, a count of
+// the heap bytes a call allocates, and the library's serializers loaded with the same bytes.
+
+#include <kelcore/frame/kelException.h>
+#include <kelcore/serialization/kelBinarySerializer.h>
+#include <kelcore/serialization/kelBufferedSerializer.h>
+#include <kelcore/serialization/kelFileSerializer.h>
+#include <kelcore/serialization/kelMemorySerializer.h>
+
+#include <fuzzer/FuzzedDataProvider.h>
+#include <sanitizer/allocator_interface.h>
+
+#include <algorithm>
+#include <atomic>
+#include <chrono>
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <locale>
+#include <sstream>
+#include <string>
+#include <vector>
+
+namespace kelFuzz {
+
+[[noreturn]] inline void fail(char const* what, char const* file, int line) {
+    std::fprintf(stderr, "%s:%d: check failed: %s\n", file, line, what);
+    std::abort();
+}
+
+#define KEL_FUZZ_CHECK(condition)                                                                  \
+    ((condition) ? static_cast<void>(0) : ::kelFuzz::fail(#condition, __FILE__, __LINE__))
+
+// Counts the bytes of every allocation made while an object of this class lives (the count is
+// cumulative: a block that is grown counts each time). One at a time.
+class HeapCount {
+public:
+    HeapCount() {
+        static bool const installed =
+            (__sanitizer_install_malloc_and_free_hooks(onMalloc, nullptr), true);
+        static_cast<void>(installed);
+        bytes() = 0;
+        counting() = true;
+    }
+    ~HeapCount() { counting() = false; }
+    HeapCount(HeapCount const&) = delete;
+    HeapCount& operator=(HeapCount const&) = delete;
+
+    std::size_t allocated() const { return bytes(); }
+
+private:
+    static std::atomic<bool>& counting() {
+        static std::atomic<bool> flag{false};
+        return flag;
+    }
+    static std::atomic<std::size_t>& bytes() {
+        static std::atomic<std::size_t> total{0};
+        return total;
+    }
+    static void onMalloc(void const volatile*, std::size_t size) {
+        if (counting()) {
+            bytes() += size;
+        }
+    }
+};
+
+// A reader may spend a small constant plus a few times the bytes it was given.
+inline bool withinBudget(std::size_t allocated, std::size_t inputSize) {
+    return allocated <= (std::size_t(1) << 20) + 8 * inputSize;
+}
+
+// Runs a read; true when the serializer refused it by its exception.
+template <class Read>
+bool throws(Read read) {
+    try {
+        read();
+    } catch (KELKIT::kelException const&) {
+        return true;
+    }
+    return false;
+}
+
+// A classic-locale string stream extraction, the reading the converter's headers promise.
+template <class T>
+bool streamRead(char const* text, T& value) {
+    std::istringstream in(text);
+    in.imbue(std::locale::classic());
+    value = T();
+    return static_cast<bool>(in >> value);
+}
+
+// The same, 0 when it fails.
+template <class T>
+T streamNumber(char const* text) {
+    T value;
+    return streamRead(text, value) ? value : T();
+}
+
+// What a classic-locale output stream prints.
+template <class T>
+std::string streamText(T value) {
+    std::ostringstream out;
+    out.imbue(std::locale::classic());
+    out << value;
+    return out.str();
+}
+
+// The value of n bytes, least significant first.
+inline std::uint64_t littleEndian(std::uint8_t const* bytes, std::size_t n) {
+    std::uint64_t value = 0;
+    for (std::size_t i = n; i > 0; --i) {
+        value = value << 8 | bytes[i - 1];
+    }
+    return value;
+}
+
+// A UInt32 count and the payload behind it, as an independent reading of the bytes at hand.
+struct Counted {
+    Counted(std::uint8_t const* bytes, std::size_t available) {
+        if (available < 4) {
+            return;
+        }
+        hasCount = true;
+        count = static_cast<std::uint32_t>(littleEndian(bytes, 4));
+        std::size_t const present = std::min<std::size_t>(count, available - 4);
+        payload.assign(bytes + 4, bytes + 4 + present);
+        complete = present == count;
+    }
+    bool hasCount = false;
+    bool complete = false;
+    std::uint32_t count = 0;
+    std::vector<std::uint8_t> payload; // what of it is present
+};
+
+enum class Kind { Binary, Memory, Buffered, File };
+
+// The four serializers of the library, each holding the given bytes through loadData, so that
+// reading starts at their first byte. One file per process, in memory where possible.
+class Serializers {
+public:
+    Serializers(std::uint8_t const* data, std::size_t size)
+        : mBlock(data, data + size), mMemory(mBlock.data(), static_cast<KELKIT::UInt32>(size)) {
+        KELKIT::UInt32 const length = static_cast<KELKIT::UInt32>(size);
+        mBinary.loadData(data, length);
+        mMemory.loadData(data, length);
+        mBuffered.loadData(data, length);
+        scratchFile().loadData(data, length);
+    }
+
+    // f(serializer, kind) for each of the four.
+    template <class F>
+    void forEach(F f) {
+        f(static_cast<KELKIT::kelISerializer&>(mBinary), Kind::Binary);
+        f(static_cast<KELKIT::kelISerializer&>(mMemory), Kind::Memory);
+        f(static_cast<KELKIT::kelISerializer&>(mBuffered), Kind::Buffered);
+        f(static_cast<KELKIT::kelISerializer&>(scratchFile()), Kind::File);
+    }
+
+    // Bytes consumed so far: the read position, as every serializer reports it.
+    static KELKIT::UInt32 consumed(KELKIT::kelISerializer& s, KELKIT::UInt32 loaded) {
+        return loaded - s.getRemainingSize();
+    }
+
+    // The process's one file serializer, in mode ReadAndWrite.
+    static KELKIT::kelFileSerializer& scratchFile() {
+        static ScratchFile scratch;
+        return scratch.serializer;
+    }
+
+private:
+    struct ScratchFile {
+        ScratchFile()
+            : path((folder() /
+                    ("kelcore-fuzz-" +
+                     std::to_string(std::chrono::steady_clock::now().time_since_epoch().count())))
+                       .string()),
+              serializer(path.c_str(), KELKIT::kelFileSerializer::FileMode(
+                                           KELKIT::kelFileSerializer::FileMode::ReadAndWrite)) {}
+        // Memory-backed where there is such a folder: every input opens the file twice.
+        static std::filesystem::path folder() {
+            std::error_code ignored;
+            return std::filesystem::is_directory("/dev/shm", ignored)
+                       ? std::filesystem::path("/dev/shm")
+                       : std::filesystem::temp_directory_path();
+        }
+        ~ScratchFile() {
+            serializer.closeFile();
+            std::error_code ignored;
+            std::filesystem::remove(path, ignored);
+        }
+        std::string path;
+        KELKIT::kelFileSerializer serializer;
+    };
+
+    std::vector<std::uint8_t> mBlock;
+    KELKIT::kelBinarySerializer mBinary;
+    KELKIT::kelMemorySerializer mMemory;
+    KELKIT::kelBufferedSerializer mBuffered;
+};
+
+} // namespace kelFuzz
+
+#endif
