@@ -292,8 +292,11 @@ void kelMemoryBuffer::deserializeFrom(kelISerializer& serializer) {
         }
         done += piece;
     }
+    // The spare room goes with the block: a stale capacity would let the next append write
+    // past the new, smaller block.
     std::swap(mBuffer, incoming.mBuffer);
     std::swap(mSize, incoming.mSize);
+    std::swap(mCapacity, incoming.mCapacity);
 }
 
 } // namespace KELKIT

@@ -1,3 +1,4 @@
+#include <kelcore/serialization/kelBinarySerializer.h>
 #include <kelcore/serialization/kelFileDumper.h>
 #include <kelcore/serialization/kelMemoryDumper.h>
 
@@ -107,6 +108,17 @@ TEST(kelDumpers, MemoryDumperGrowsByExactlyWhatWasDumped) {
         ASSERT_EQ(size + 2, content.size());
         EXPECT_EQ(Bytes({0xFE, 0xFF}), Bytes(content.begin() + size, content.end()));
     }
+    // The same after a refill by deserializing, which hands the buffer a block of its own.
+    kelMemoryBuffer three;
+    three.set(reinterpret_cast<UInt8 const*>("abc"), 3);
+    kelBinarySerializer wire;
+    three.serializeTo(wire);
+    for (UInt32 i = 0; i < 1000; ++i) {
+        dumper.dump(i);
+    }
+    dumper.getBuffer().deserializeFrom(wire);
+    dumper.dump(static_cast<SInt16>(-2));
+    EXPECT_EQ(Bytes({'a', 'b', 'c', 0xFE, 0xFF}), contentOf(dumper.getBuffer()));
 }
 
 TEST(kelDumpers, FileDumperFailuresAreSilentAndCopiesCloseOnce) {
