@@ -67,7 +67,9 @@ FileHandle openCopyTarget(char const* path, FileHandle source) {
     if (::fstat(fd, &to) != 0 || sameFile(from, to)) {
         return giveBack(fd, EINVAL);
     }
-    if ((S_ISREG(to.st_mode) && ::ftruncate(fd, 0) != 0) || !blocking(fd)) {
+    // Only a file with content is truncated: ext4 takes a truncation to zero for a rewrite and
+    // pushes the new data to the disk at close, which would slow every copy into a new file.
+    if ((S_ISREG(to.st_mode) && to.st_size != 0 && ::ftruncate(fd, 0) != 0) || !blocking(fd)) {
         return giveBack(fd, errno);
     }
     return fd;
@@ -75,7 +77,10 @@ FileHandle openCopyTarget(char const* path, FileHandle source) {
 
 CopyChannel::CopyChannel(FileHandle source, FileHandle target, UInt32 bufferSize)
     : mSource(source), mTarget(target), mBufferSize(std::max<UInt32>(bufferSize, 1)),
-      mInKernel(true) {}
+      mInKernel(true) {
+    // Read ahead generously, as for any front-to-back copy.
+    ::posix_fadvise(static_cast<int>(source), 0, 0, POSIX_FADV_SEQUENTIAL);
+}
 
 bool CopyChannel::move(UInt64 count, UInt64& moved) {
     moved = 0;

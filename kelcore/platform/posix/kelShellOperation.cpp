@@ -225,7 +225,7 @@ bool copyFileAt(int fromDir, char const* fromName, struct stat const& source, in
     struct stat target;
     if (to.fd < 0 || ::fstat(to.fd, &target) != 0 || !S_ISREG(target.st_mode) ||
         (target.st_dev == opened.st_dev && target.st_ino == opened.st_ino) ||
-        ::ftruncate(to.fd, 0) != 0) {
+        (target.st_size != 0 && ::ftruncate(to.fd, 0) != 0)) {
         return false;
     }
     CopyChannel channel(from.fd, to.fd, kCopyBuffer);
