@@ -16,6 +16,7 @@
 #include <kelcore/platform/kelPathChanges.h>
 #include <kelcore/platform/kelShellOperation.h>
 #include <kelcore/platform/kelTextReader.h>
+#include <kelcore/platform/kelTreeItems.h>
 #include <kelcore/strings/kelStringTokenizer.h>
 #include <kelcore/time/kelTimer.h>
 
@@ -136,6 +137,10 @@ void removeLineFeeds(char* line) {
     *out = '\0';
 }
 
+// The attribute bits a file's attributes can be set to.
+constexpr UInt32 kSettableAttributes = platform::kAttributeReadOnly | platform::kAttributeHidden |
+                                       platform::kAttributeSystem | platform::kAttributeArchive;
+
 // Copies and overwrites report progress per block of this size.
 constexpr UInt32 kBlockSize = 10240;
 // A copy moves this much per system call (a whole number of blocks) and then publishes the
@@ -185,11 +190,42 @@ bool writeWhole(platform::FileHandle handle, unsigned char const* data, UInt32 s
     return true;
 }
 
-bool isLink(char const* path) {
-    UInt32 word = 0;
-    return platform::getItemAttributeWord(path, word) &&
-           (word & platform::kAttributeReparsePoint) != 0;
-}
+// The items of a deletion or copy: by their paths, or, inside a folder operation, reached from
+// the folder without following a link on the way.
+struct Items {
+    platform::TreeItems const* tree;
+
+    bool word(char const* path, UInt32& word) const {
+        return tree != nullptr ? tree->getItemAttributeWord(path, word)
+                               : platform::getItemAttributeWord(path, word);
+    }
+    bool setWord(char const* path, UInt32 word) const {
+        return tree != nullptr ? tree->setItemAttributeWord(path, word)
+                               : platform::setItemAttributeWord(path, word);
+    }
+    bool isFile(char const* path) const {
+        UInt32 found = 0;
+        return tree != nullptr ? word(path, found) && (found & platform::kAttributeDirectory) == 0
+                               : platform::isFileItem(path);
+    }
+    bool isLink(char const* path) const {
+        UInt32 found = 0;
+        return word(path, found) && (found & platform::kAttributeReparsePoint) != 0;
+    }
+    platform::FileHandle openForOverwrite(char const* path) const {
+        return tree != nullptr ? tree->openForOverwrite(path) : platform::openForOverwrite(path);
+    }
+    platform::FileHandle openForReading(char const* path) const {
+        return tree != nullptr
+                   ? tree->openForReading(path)
+                   : platform::openFileHandle(path, platform::FileAccess::Read,
+                                              platform::FileCreation::OpenExisting,
+                                              platform::kShareRead | platform::kShareWrite);
+    }
+    bool removeFile(char const* path) const {
+        return tree != nullptr ? tree->removeFile(path) : platform::removeFile(path);
+    }
+};
 
 // The shell's double-zero form: each path with its zero byte, then one more zero byte.
 kelMemoryBuffer doubleZero(kelListString const& paths) {
@@ -206,10 +242,10 @@ kelMemoryBuffer doubleZero(kelListString const& paths) {
     return buffer;
 }
 
-// copyFile, and the copy of each file of copyFolder, where a link is copied as a link so that
-// nothing outside the tree is read.
-bool copyOneFile(char const* source, char const* target, bool linkAsLink) {
-    if (linkAsLink && isLink(source)) {
+// copyFile, and the copy of each file of copyFolder (items within its tree), where a link is
+// copied as a link so that nothing outside the tree is read.
+bool copyOneFile(char const* source, char const* target, Items const& items) {
+    if (items.tree != nullptr && items.isLink(source)) {
         if (!platform::copyLink(source, target)) {
             return false;
         }
@@ -219,9 +255,7 @@ bool copyOneFile(char const* source, char const* target, bool linkAsLink) {
         publish(event);
         return true;
     }
-    platform::FileHandle const input = platform::openFileHandle(
-        source, platform::FileAccess::Read, platform::FileCreation::OpenExisting,
-        platform::kShareRead | platform::kShareWrite);
+    platform::FileHandle const input = items.openForReading(source);
     if (input == platform::kNoFileHandle) {
         return false;
     }
@@ -270,6 +304,79 @@ bool copyOneFile(char const* source, char const* target, bool linkAsLink) {
     event.setProgress(1.0);
     publish(event);
     return true;
+}
+
+// deleteFile, and each file of deleteFolder (an item within its tree).
+bool deleteOneFile(char const* path, bool overwrite, Items const& items) {
+    kelFileDeleteEvent event(path, 0.0);
+    kelCancelActionEvent cancel;
+    publish(event);
+    publish(cancel);
+    if (cancel.isCancel()) {
+        return false;
+    }
+    bool removable = true;
+    // A link has no content of its own to overwrite: it is removed itself.
+    if (overwrite && !items.isLink(path)) {
+        platform::FileHandle const handle = items.openForOverwrite(path);
+        removable = handle != platform::kNoFileHandle;
+        if (removable) {
+            HandleCloser const closer(handle);
+            UInt64 size = 0;
+            if (!platform::getFileHandleSize(handle, size)) {
+                size = 0;
+            }
+            unsigned char block[kBlockSize];
+            std::memset(block, ' ', sizeof block);
+            kelTimer timer;
+            timer.startTimer();
+            double lastPoll = 0.0;
+            UInt64 written = 0;
+            while (written < size && !cancel.isCancel()) {
+                UInt32 const put = platform::writeFileHandle(
+                    handle, block,
+                    static_cast<UInt32>(std::min<UInt64>(kBlockSize, size - written)));
+                if (put == 0) {
+                    removable = false; // not overwritten, so not removed
+                    break;
+                }
+                written += put;
+                event.setProgress(static_cast<double>(written) / size);
+                if (event.getProgress() < 1.0) {
+                    publish(event);
+                }
+                timer.stopTimer();
+                if (timer.getTimer() - lastPoll > 1.0) {
+                    lastPoll = timer.getTimer();
+                    publish(cancel);
+                }
+            }
+            // The spaces reach the disk before the name goes, or the old bytes might stay there.
+            if (removable && !platform::flushFileHandle(handle)) {
+                removable = false;
+            }
+        }
+        if (cancel.isCancel()) {
+            return false;
+        }
+    }
+    bool removed = false;
+    UInt32 word = 0;
+    if (removable) {
+        removed = items.removeFile(path);
+        if (!removed && items.isFile(path) && items.word(path, word) &&
+            items.setWord(path, platform::kAttributeNormal)) {
+            // Read-only files refuse removal on Windows. The attributes come back if the
+            // second try fails as well.
+            removed = items.removeFile(path);
+            if (!removed) {
+                items.setWord(path, platform::kAttributeNormal | (word & kSettableAttributes));
+            }
+        }
+    }
+    event.setProgress(1.0);
+    publish(event);
+    return removed || !items.isFile(path);
 }
 
 kelString sizeText(UInt64 hundredths, char const* unit) {
@@ -730,76 +837,7 @@ bool kelFiles::deleteFile(char const* path) {
 }
 
 bool kelFiles::deleteFile(char const* path, bool overwrite) {
-    kelFileDeleteEvent event(path, 0.0);
-    kelCancelActionEvent cancel;
-    publish(event);
-    publish(cancel);
-    if (cancel.isCancel()) {
-        return false;
-    }
-    bool removable = true;
-    // A link has no content of its own to overwrite: it is removed itself.
-    if (overwrite && !isLink(path)) {
-        platform::FileHandle const handle = platform::openForOverwrite(path);
-        removable = handle != platform::kNoFileHandle;
-        if (removable) {
-            HandleCloser const closer(handle);
-            UInt64 size = 0;
-            if (!platform::getFileHandleSize(handle, size)) {
-                size = 0;
-            }
-            unsigned char block[kBlockSize];
-            std::memset(block, ' ', sizeof block);
-            kelTimer timer;
-            timer.startTimer();
-            double lastPoll = 0.0;
-            UInt64 written = 0;
-            while (written < size && !cancel.isCancel()) {
-                UInt32 const put = platform::writeFileHandle(
-                    handle, block,
-                    static_cast<UInt32>(std::min<UInt64>(kBlockSize, size - written)));
-                if (put == 0) {
-                    removable = false; // not overwritten, so not removed
-                    break;
-                }
-                written += put;
-                event.setProgress(static_cast<double>(written) / size);
-                if (event.getProgress() < 1.0) {
-                    publish(event);
-                }
-                timer.stopTimer();
-                if (timer.getTimer() - lastPoll > 1.0) {
-                    lastPoll = timer.getTimer();
-                    publish(cancel);
-                }
-            }
-            // The spaces reach the disk before the name goes, or the old bytes might stay there.
-            if (removable && !platform::flushFileHandle(handle)) {
-                removable = false;
-            }
-        }
-        if (cancel.isCancel()) {
-            return false;
-        }
-    }
-    bool removed = false;
-    if (removable) {
-        removed = platform::removeFile(path);
-        if (!removed && fileExists(path)) {
-            // Read-only files refuse removal on Windows; the attributes come back if the second
-            // try fails as well.
-            kelFileAttributes const attributes = getItemAttributes(path);
-            if (setFileAttributes(path, kelFileAttributes(kelFileAttributes::None))) {
-                removed = platform::removeFile(path);
-                if (!removed) {
-                    setFileAttributes(path, attributes);
-                }
-            }
-        }
-    }
-    event.setProgress(1.0);
-    publish(event);
-    return removed || !fileExists(path);
+    return deleteOneFile(path, overwrite, Items{nullptr});
 }
 
 bool kelFiles::deleteFolder(char const* path) {
@@ -810,6 +848,13 @@ bool kelFiles::deleteFolder(char const* path, bool overwrite) {
     if (!folderExists(path)) {
         return true;
     }
+    // Items are reached from the folder opened now: one swapped for a link after the listing
+    // never leads outside. A folder that cannot be opened went a moment ago.
+    platform::TreeItems tree;
+    if (!tree.open(path)) {
+        return !folderExists(path);
+    }
+    Items const within{&tree};
     kelListString items;
     kelFileCriteriaDefault criteria;
     getFiles(path, items, true, true, &criteria);
@@ -832,16 +877,16 @@ bool kelFiles::deleteFolder(char const* path, bool overwrite) {
     UInt32 const total = items.size();
     for (UInt32 done = 0; done < total && !cancel.isCancel();) {
         char const* const item = items[done].c_str();
-        if (fileExists(item)) {
+        if (within.isFile(item)) {
             publish(cancel);
             if (cancel.isCancel()) {
                 break; // nothing goes once the caller has said stop
             }
-            deleteFile(item, overwrite);
+            deleteOneFile(item, overwrite, within);
         } else {
             kelFolderDeleteEvent folder(item, 0.0);
             publish(folder);
-            if (!platform::removeFolder(item)) {
+            if (!tree.removeFolder(item)) {
                 folderFailed = true;
             }
             folder.setProgress(1.0);
@@ -862,16 +907,19 @@ bool kelFiles::deleteFolder(char const* path, bool overwrite) {
 }
 
 bool kelFiles::copyFile(char const* source, char const* target) {
-    return copyOneFile(source, target, false);
+    return copyOneFile(source, target, Items{nullptr});
 }
 
 bool kelFiles::copyFolder(char const* source, char const* target) {
     kelListString parts;
     splitPaths(source, parts);
-    // A root ("\", "\\") has no name to copy under, and would hold the target itself.
-    if (!folderExists(source) || !folderExists(target) || parts.size() == 0) {
+    // A root ("\", "\\") has no name to copy under, and would hold the target itself. Files are
+    // read from the folder opened now, never through a link on the way.
+    platform::TreeItems tree;
+    if (!folderExists(source) || !folderExists(target) || parts.size() == 0 || !tree.open(source)) {
         return false;
     }
+    Items const within{&tree};
     // Listed before anything is made, so a target inside source copies source as it was.
     kelListString entries;
     kelFileCriteriaDefault criteria;
@@ -890,15 +938,19 @@ bool kelFiles::copyFolder(char const* source, char const* target) {
         char const* const relative =
             std::strncmp(entry, prefix.c_str(), prefix.size()) == 0 ? entry + prefix.size() : entry;
         kelString const targetPath = concat(root.c_str(), relative);
-        if (fileExists(entry)) {
+        UInt32 word = 0;
+        bool const found = within.word(entry, word);
+        if (found && (word & platform::kAttributeDirectory) == 0) {
             if (ok) {
-                ok = copyOneFile(entry, targetPath.c_str(), true);
+                ok = copyOneFile(entry, targetPath.c_str(), within);
             }
         } else {
             kelFolderCopyEvent folder(entry, targetPath.c_str(), 0.0);
             publish(folder);
+            // An entry gone since the listing, or now behind a link, ends the copying: what
+            // follows it might lie beneath that link in the copy as well.
             if (ok) {
-                ok = createFolder(targetPath.c_str());
+                ok = found && createFolder(targetPath.c_str());
             }
             folder.setProgress(1.0);
             publish(folder);

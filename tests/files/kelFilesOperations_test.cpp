@@ -356,6 +356,22 @@ TEST(kelFilesOperations, DeleteFolderSequenceLinksAndCancel) {
     Recorder recorder;
     EXPECT_TRUE(kelFiles::deleteFolder(root.c_str()));
     EXPECT_TRUE(recorder.seen.empty());
+#if !defined(_WIN32)
+    // A folder swapped for a link to the outside after the listing is not followed.
+    build();
+    fs::create_directory(scratch.root / "outside" / "sub");
+    scratch.write("outside/sub/b.txt", "outside");
+    recorder.hook = [&](kelEvent*) {
+        if (recorder.seen.size() == 1) {
+            fs::rename(scratch.root / "r" / "sub", scratch.root / "moved");
+            fs::create_directory_symlink(scratch.root / "outside" / "sub",
+                                         scratch.root / "r" / "sub");
+        }
+    };
+    EXPECT_TRUE(kelFiles::deleteFolder(root.c_str())); // the link goes, and so does the root
+    EXPECT_EQ("outside", bytesOf(scratch.root / "outside" / "sub" / "b.txt"));
+    EXPECT_TRUE(fs::exists(scratch.root / "moved" / "b.txt"));
+#endif
 }
 
 TEST(kelFilesOperations, CopyFileEventsRefusalsAndAShrinkingSource) {
@@ -471,6 +487,22 @@ TEST(kelFilesOperations, CopyFolderCopiesTreesAsTheyWere) {
     auto const original = treeOf(scratch.root / "snapshot");
     EXPECT_EQ(original, treeOf(scratch.root / "copy" / "gen"));
     EXPECT_EQ(original, treeOf(gen / "gen0" / "gen"));
+#if !defined(_WIN32)
+    // A folder swapped for a link to the outside after the listing is neither read nor written.
+    recorder.seen.clear();
+    fs::create_directories(scratch.root / "secret" / "inner");
+    scratch.write("secret/inner/f", "secret");
+    recorder.hook = [&](kelEvent*) {
+        if (recorder.seen.size() == 1) {
+            fs::rename(scratch.root / "s" / "sub", scratch.root / "moved");
+            fs::create_directory_symlink(scratch.root / "secret", scratch.root / "s" / "sub");
+        }
+    };
+    fs::create_directory(scratch.root / "t2");
+    EXPECT_FALSE(kelFiles::copyFolder(s.c_str(), scratch.lib("t2").c_str()));
+    EXPECT_EQ(1, std::distance(fs::recursive_directory_iterator(scratch.root / "secret"), {}) - 1);
+    EXPECT_FALSE(fs::exists(scratch.root / "t2" / "s" / "sub" / "g"));
+#endif
 }
 
 TEST(kelFilesOperations, ShellOperationChecksListsAndActs) {

@@ -1,5 +1,6 @@
 #include <kelcore/platform/kelFileContent.h>
 #include <kelcore/platform/kelNativePath.h>
+#include <kelcore/platform/posix/kelItemAt.h>
 
 #include <algorithm>
 #include <cerrno>
@@ -35,21 +36,37 @@ bool sameFile(struct stat const& a, struct stat const& b) {
 
 } // namespace
 
-FileHandle openForOverwrite(char const* path) {
-    std::string native;
-    if (!toNativePath(path, native)) {
-        return kNoFileHandle;
-    }
-    int const fd = ::open(native.c_str(), O_RDWR | kContentFlags);
+int openForOverwriteAt(int folder, char const* name) {
+    int const fd = ::openat(folder, name, O_RDWR | kContentFlags);
     if (fd < 0) {
-        return kNoFileHandle;
+        return -1;
     }
     // Writing spaces over a device or into a FIFO overwrites no file's content.
     struct stat status;
     if (::fstat(fd, &status) != 0 || !S_ISREG(status.st_mode) || !blocking(fd)) {
-        return giveBack(fd, EINVAL);
+        giveBack(fd, EINVAL);
+        return -1;
     }
     return fd;
+}
+
+int openForReadingAt(int folder, char const* name) {
+    int const fd = ::openat(folder, name, O_RDONLY | kContentFlags);
+    if (fd < 0) {
+        return -1;
+    }
+    struct stat status;
+    if (::fstat(fd, &status) != 0 || S_ISDIR(status.st_mode) || !blocking(fd)) {
+        giveBack(fd, EISDIR);
+        return -1;
+    }
+    return fd;
+}
+
+FileHandle openForOverwrite(char const* path) {
+    std::string native;
+    return toNativePath(path, native) ? openForOverwriteAt(AT_FDCWD, native.c_str())
+                                      : kNoFileHandle;
 }
 
 FileHandle openCopyTarget(char const* path, FileHandle source) {
