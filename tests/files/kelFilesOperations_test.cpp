@@ -241,8 +241,8 @@ TEST(kelFilesOperations, DeleteFileEventsOverwriteAndCancel) {
         }
     };
     EXPECT_FALSE(kelFiles::deleteFile(slow.c_str(), true));
-    std::size_t const blocks = recorder.seen.size() - 3;
     ASSERT_GE(recorder.seen.size(), 4u);
+    std::size_t const blocks = recorder.seen.size() - 3;
     Texts expected = deletion(slow, original.size(), true);
     expected.resize(2 + blocks);
     expected.push_back("C");
