@@ -96,6 +96,11 @@
 #include <kelcore/files/kelListDrivePtr.h>
 #include <kelcore/files/kelSystem.h>
 
+#include <kelcore/files/kelFileCopyEvent.h>
+#include <kelcore/files/kelFileDeleteEvent.h>
+#include <kelcore/files/kelFolderCopyEvent.h>
+#include <kelcore/files/kelFolderDeleteEvent.h>
+
 #include <kelcore/events/kelAbstractController.h>
 #include <kelcore/events/kelAbstractModel.h>
 #include <kelcore/events/kelAbstractObservable.h>

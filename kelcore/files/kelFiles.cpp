@@ -1,13 +1,26 @@
+#include <kelcore/events/kelCancelActionEvent.h>
+#include <kelcore/events/kelEventPublisher.h>
+#include <kelcore/files/kelFileCopyEvent.h>
 #include <kelcore/files/kelFileCriteriaDefault.h>
+#include <kelcore/files/kelFileDeleteEvent.h>
 #include <kelcore/files/kelFiles.h>
+#include <kelcore/files/kelFolderCopyEvent.h>
+#include <kelcore/files/kelFolderDeleteEvent.h>
+#include <kelcore/frame/kelDefaultComparator.h>
+#include <kelcore/frame/kelReverseComparator.h>
 #include <kelcore/platform/kelDirectory.h>
+#include <kelcore/platform/kelFileContent.h>
 #include <kelcore/platform/kelFileHandle.h>
 #include <kelcore/platform/kelFileInfo.h>
 #include <kelcore/platform/kelNativePath.h>
 #include <kelcore/platform/kelPathChanges.h>
+#include <kelcore/platform/kelShellOperation.h>
 #include <kelcore/platform/kelTextReader.h>
+#include <kelcore/platform/kelTreeItems.h>
 #include <kelcore/strings/kelStringTokenizer.h>
+#include <kelcore/time/kelTimer.h>
 
+#include <algorithm>
 #include <charconv>
 #include <cstdio>
 #include <cstring>
@@ -122,6 +135,248 @@ void removeLineFeeds(char* line) {
         }
     }
     *out = '\0';
+}
+
+// The attribute bits a file's attributes can be set to.
+constexpr UInt32 kSettableAttributes = platform::kAttributeReadOnly | platform::kAttributeHidden |
+                                       platform::kAttributeSystem | platform::kAttributeArchive;
+
+// Copies and overwrites report progress per block of this size.
+constexpr UInt32 kBlockSize = 10240;
+// A copy moves this much per system call (a whole number of blocks) and then publishes the
+// events of the blocks it moved: the events a block-by-block copy gives, at the speed of large
+// transfers.
+constexpr UInt32 kCopyStretch = 200 * kBlockSize;
+
+void publish(kelEvent& event) {
+    kelEventPublisher::getInstance().publishEvent(&event);
+}
+
+// Closes a handle on every way out, a notifier's exception included.
+struct HandleCloser {
+    explicit HandleCloser(platform::FileHandle opened) : handle(opened) {}
+    ~HandleCloser() { platform::closeFileHandle(handle); }
+    HandleCloser(HandleCloser const&) = delete;
+    HandleCloser& operator=(HandleCloser const&) = delete;
+    platform::FileHandle handle;
+};
+
+// A file being written that is thrown away, emptied and removed, unless it was finished.
+struct WrittenFile {
+    WrittenFile(platform::FileHandle opened, char const* name) : handle(opened), path(name) {}
+    ~WrittenFile() {
+        if (finished) {
+            platform::closeFileHandle(handle);
+        } else {
+            platform::discardCopyTarget(handle, path);
+        }
+    }
+    WrittenFile(WrittenFile const&) = delete;
+    WrittenFile& operator=(WrittenFile const&) = delete;
+    platform::FileHandle handle;
+    char const* path;
+    bool finished = false;
+};
+
+bool writeWhole(platform::FileHandle handle, unsigned char const* data, UInt32 size) {
+    while (size > 0) {
+        UInt32 const put = platform::writeFileHandle(handle, data, size);
+        if (put == 0) {
+            return false; // no progress, as on a full disk: no second try
+        }
+        data += put;
+        size -= put;
+    }
+    return true;
+}
+
+// The items of a deletion or copy: by their paths, or, inside a folder operation, reached from
+// the folder without following a link on the way.
+struct Items {
+    platform::TreeItems const* tree;
+
+    bool word(char const* path, UInt32& word) const {
+        return tree != nullptr ? tree->getItemAttributeWord(path, word)
+                               : platform::getItemAttributeWord(path, word);
+    }
+    bool setWord(char const* path, UInt32 word) const {
+        return tree != nullptr ? tree->setItemAttributeWord(path, word)
+                               : platform::setItemAttributeWord(path, word);
+    }
+    bool isFile(char const* path) const {
+        UInt32 found = 0;
+        return tree != nullptr ? word(path, found) && (found & platform::kAttributeDirectory) == 0
+                               : platform::isFileItem(path);
+    }
+    bool isLink(char const* path) const {
+        UInt32 found = 0;
+        return word(path, found) && (found & platform::kAttributeReparsePoint) != 0;
+    }
+    platform::FileHandle openForOverwrite(char const* path) const {
+        return tree != nullptr ? tree->openForOverwrite(path) : platform::openForOverwrite(path);
+    }
+    platform::FileHandle openForReading(char const* path) const {
+        return tree != nullptr
+                   ? tree->openForReading(path)
+                   : platform::openFileHandle(path, platform::FileAccess::Read,
+                                              platform::FileCreation::OpenExisting,
+                                              platform::kShareRead | platform::kShareWrite);
+    }
+    bool removeFile(char const* path) const {
+        return tree != nullptr ? tree->removeFile(path) : platform::removeFile(path);
+    }
+};
+
+// The shell's double-zero form: each path with its zero byte, then one more zero byte.
+kelMemoryBuffer doubleZero(kelListString const& paths) {
+    std::string bytes;
+    for (UInt32 i = 0; i < paths.size(); ++i) {
+        bytes.append(paths[i].c_str());
+        bytes += '\0';
+    }
+    bytes += '\0';
+    kelMemoryBuffer buffer;
+    if (buffer.allocate(static_cast<UInt32>(bytes.size()))) {
+        buffer.set(reinterpret_cast<UInt8 const*>(bytes.data()));
+    }
+    return buffer;
+}
+
+// copyFile, and the copy of each file of copyFolder (items within its tree), where a link is
+// copied as a link so that nothing outside the tree is read.
+bool copyOneFile(char const* source, char const* target, Items const& items) {
+    if (items.tree != nullptr && items.isLink(source)) {
+        if (!platform::copyLink(source, target)) {
+            return false;
+        }
+        kelFileCopyEvent event(source, target, 0.0);
+        publish(event);
+        event.setProgress(1.0);
+        publish(event);
+        return true;
+    }
+    platform::FileHandle const input = items.openForReading(source);
+    if (input == platform::kNoFileHandle) {
+        return false;
+    }
+    HandleCloser const inputCloser(input);
+    platform::FileHandle const output = platform::openCopyTarget(target, input);
+    if (output == platform::kNoFileHandle) {
+        return false;
+    }
+    WrittenFile written(output, target);
+    kelFileCopyEvent event(source, target, 0.0);
+    publish(event);
+    // The whole 64-bit size: it scales the progress only, and the copy runs to the source's end.
+    UInt64 size = 0;
+    if (!platform::getFileHandleSize(input, size)) {
+        size = 0;
+    }
+    platform::CopyChannel channel(
+        input, output,
+        static_cast<UInt32>(std::min<UInt64>(kCopyStretch, std::max<UInt64>(size, kBlockSize))));
+    UInt64 copied = 0;
+    UInt64 reported = 0;
+    for (;;) {
+        UInt64 moved = 0;
+        if (!channel.move(kCopyStretch, moved)) {
+            return false;
+        }
+        copied += moved;
+        bool const end = moved == 0;
+        while (copied - reported >= kBlockSize || (end && reported < copied)) {
+            reported = std::min<UInt64>(reported + kBlockSize, copied);
+            double const progress =
+                size == 0 ? 1.0 : std::min(1.0, static_cast<double>(reported) / size);
+            event.setProgress(progress);
+            if (progress < 1.0) {
+                publish(event);
+            }
+        }
+        if (end) {
+            break;
+        }
+    }
+    if (copied < size) {
+        return false; // the source shrank while it was copied
+    }
+    written.finished = true;
+    event.setProgress(1.0);
+    publish(event);
+    return true;
+}
+
+// deleteFile, and each file of deleteFolder (an item within its tree).
+bool deleteOneFile(char const* path, bool overwrite, Items const& items) {
+    kelFileDeleteEvent event(path, 0.0);
+    kelCancelActionEvent cancel;
+    publish(event);
+    publish(cancel);
+    if (cancel.isCancel()) {
+        return false;
+    }
+    bool removable = true;
+    // A link has no content of its own to overwrite: it is removed itself.
+    if (overwrite && !items.isLink(path)) {
+        platform::FileHandle const handle = items.openForOverwrite(path);
+        removable = handle != platform::kNoFileHandle;
+        if (removable) {
+            HandleCloser const closer(handle);
+            UInt64 size = 0;
+            if (!platform::getFileHandleSize(handle, size)) {
+                size = 0;
+            }
+            unsigned char block[kBlockSize];
+            std::memset(block, ' ', sizeof block);
+            kelTimer timer;
+            timer.startTimer();
+            double lastPoll = 0.0;
+            UInt64 written = 0;
+            while (written < size && !cancel.isCancel()) {
+                UInt32 const put = platform::writeFileHandle(
+                    handle, block,
+                    static_cast<UInt32>(std::min<UInt64>(kBlockSize, size - written)));
+                if (put == 0) {
+                    removable = false; // not overwritten, so not removed
+                    break;
+                }
+                written += put;
+                event.setProgress(static_cast<double>(written) / size);
+                if (event.getProgress() < 1.0) {
+                    publish(event);
+                }
+                timer.stopTimer();
+                if (timer.getTimer() - lastPoll > 1.0) {
+                    lastPoll = timer.getTimer();
+                    publish(cancel);
+                }
+            }
+            // The spaces reach the disk before the name goes, or the old bytes might stay there.
+            if (removable && !platform::flushFileHandle(handle)) {
+                removable = false;
+            }
+        }
+        if (cancel.isCancel()) {
+            return false;
+        }
+    }
+    bool removed = false;
+    UInt32 word = 0;
+    if (removable) {
+        removed = items.removeFile(path);
+        if (!removed && items.isFile(path) && items.word(path, word) &&
+            items.setWord(path, platform::kAttributeNormal)) {
+            // Read-only files refuse removal on Windows. The attributes come back if the
+            // second try fails as well.
+            removed = items.removeFile(path);
+            if (!removed) {
+                items.setWord(path, platform::kAttributeNormal | (word & kSettableAttributes));
+            }
+        }
+    }
+    event.setProgress(1.0);
+    publish(event);
+    return removed || !items.isFile(path);
 }
 
 kelString sizeText(UInt64 hundredths, char const* unit) {
@@ -460,6 +715,255 @@ void kelFiles::expand(char const* path, kelListString& paths) {
 
 bool kelFiles::rename(char const* oldPath, char const* newPath) {
     return platform::renameItem(oldPath, newPath);
+}
+
+bool kelFiles::processFilesOperation(kelFileOperationType const& type, kelListString const& sources,
+                                     kelListString const* targets,
+                                     kelFileOperationFlag const& flags) {
+    UInt32 operation = 0;
+    UInt32 shellFlags = 0;
+    switch (type.getValue()) {
+    case kelFileOperationType::Copy:
+    case kelFileOperationType::Move:
+        if (sources.size() == 0 || targets == nullptr || targets->size() != 1) {
+            return false;
+        }
+        operation = type.getValue() == kelFileOperationType::Copy ? platform::kShellCopy
+                                                                  : platform::kShellMove;
+        break;
+    case kelFileOperationType::Delete:
+        if (targets != nullptr) {
+            return false;
+        }
+        operation = platform::kShellDelete;
+        break;
+    case kelFileOperationType::Rename:
+        if (sources.size() == 0 || targets == nullptr || targets->size() != sources.size()) {
+            return false;
+        }
+        operation = platform::kShellRename;
+        if (sources.size() > 1) {
+            operation = platform::kShellMove;
+            shellFlags |= platform::kShellMultipleTargets;
+        }
+        break;
+    default:
+        return false;
+    }
+    // The flag holds a value, tested as a mask: 1 shows errors, 2 asks for confirmation, and 3
+    // (both bits) allows undo. The mask of DisplayProgress is 0, which always holds.
+    if (!flags.isFlagsEnabled(kelFileOperationFlag::ShowErrors)) {
+        shellFlags |= platform::kShellNoErrorDialog;
+    }
+    if (!flags.isFlagsEnabled(kelFileOperationFlag::ShowConfirmation)) {
+        shellFlags |= platform::kShellNoConfirmation;
+    }
+    if (flags.isFlagsEnabled(kelFileOperationFlag::Recycle)) {
+        shellFlags |= platform::kShellAllowUndo;
+    }
+    kelMemoryBuffer const from = doubleZero(sources);
+    kelMemoryBuffer const to = targets == nullptr ? kelMemoryBuffer() : doubleZero(*targets);
+    if (from.getSize() == 0 || (targets != nullptr && to.getSize() == 0)) {
+        return false; // no memory for the lists
+    }
+    return platform::runShellOperation(
+        operation, shellFlags, reinterpret_cast<char const*>(from.getBuffer()),
+        targets == nullptr ? nullptr : reinterpret_cast<char const*>(to.getBuffer()));
+}
+
+bool kelFiles::processFilesOperation(kelFileOperationType const& type, kelListString const& sources,
+                                     char const* target, kelFileOperationFlag const& flags) {
+    if (target == nullptr) {
+        return processFilesOperation(type, sources, static_cast<kelListString const*>(nullptr),
+                                     flags);
+    }
+    kelListString targets;
+    targets.add(kelString(target));
+    return processFilesOperation(type, sources, &targets, flags);
+}
+
+bool kelFiles::createFile(char const* path, UInt32 size) {
+    if (fileExists(path)) {
+        return false;
+    }
+    // Made exclusively: an item that appeared since the check is not truncated.
+    platform::FileHandle const handle = platform::openFileHandle(
+        path, platform::FileAccess::Write, platform::FileCreation::CreateNew, platform::kShareRead);
+    if (handle == platform::kNoFileHandle) {
+        return false;
+    }
+    WrittenFile file(handle, path);
+    UInt32 remaining = size;
+    for (UInt32 const block : {102400u, 1024u, 1u}) {
+        if (remaining == 0) {
+            break;
+        }
+        std::vector<unsigned char> const zeros(block, 0);
+        for (; remaining >= block; remaining -= block) {
+            if (!writeWhole(handle, zeros.data(), block)) {
+                return false;
+            }
+        }
+    }
+    file.finished = true;
+    platform::closeFileHandle(handle);
+    file.handle = platform::kNoFileHandle;
+    return getFileSize(path) == size;
+}
+
+bool kelFiles::createFolder(char const* path) {
+    if (folderExists(path)) {
+        return true;
+    }
+    kelListString parts;
+    splitPaths(path, parts);
+    // The parts lose the leading backslashes; they come back first so that "\a\b" makes
+    // "\a" at the root and never "a" in the working folder.
+    std::string const text = textOf(path);
+    std::string partial = text.substr(0, text.find_first_not_of('\\'));
+    std::size_t const root = partial.size();
+    for (UInt32 i = 0; i + 1 < parts.size(); ++i) {
+        if (partial.size() > root) {
+            partial += '\\';
+        }
+        partial += parts[i].c_str();
+        platform::makeFolder(partial.c_str()); // most exist already
+    }
+    return platform::makeFolder(path) || folderExists(path);
+}
+
+bool kelFiles::deleteFile(char const* path) {
+    return deleteFile(path, false);
+}
+
+bool kelFiles::deleteFile(char const* path, bool overwrite) {
+    return deleteOneFile(path, overwrite, Items{nullptr});
+}
+
+bool kelFiles::deleteFolder(char const* path) {
+    return deleteFolder(path, false);
+}
+
+bool kelFiles::deleteFolder(char const* path, bool overwrite) {
+    if (!folderExists(path)) {
+        return true;
+    }
+    // Items are reached from the folder opened now: one swapped for a link after the listing
+    // never leads outside. A folder that cannot be opened went a moment ago.
+    platform::TreeItems tree;
+    if (!tree.open(path)) {
+        return !folderExists(path);
+    }
+    Items const within{&tree};
+    kelListString items;
+    kelFileCriteriaDefault criteria;
+    getFiles(path, items, true, true, &criteria);
+    kelCancelActionEvent cancel;
+    publish(cancel);
+    if (cancel.isCancel()) {
+        return false;
+    }
+    // Descending byte order puts every item before the folder that holds it, the root last.
+    items.add(kelString(path));
+    kelDefaultComparator<kelString> const byText;
+    items.sort(kelReverseComparator(byText));
+    publish(cancel);
+    if (cancel.isCancel()) {
+        return false;
+    }
+    kelFolderDeleteEvent overall(path, 0.0);
+    publish(overall);
+    bool folderFailed = false;
+    UInt32 const total = items.size();
+    for (UInt32 done = 0; done < total && !cancel.isCancel();) {
+        char const* const item = items[done].c_str();
+        if (within.isFile(item)) {
+            publish(cancel);
+            if (cancel.isCancel()) {
+                break; // nothing goes once the caller has said stop
+            }
+            deleteOneFile(item, overwrite, within);
+        } else {
+            kelFolderDeleteEvent folder(item, 0.0);
+            publish(folder);
+            if (!tree.removeFolder(item)) {
+                folderFailed = true;
+            }
+            folder.setProgress(1.0);
+            publish(folder);
+        }
+        ++done;
+        overall.setProgress(static_cast<double>(done) / total);
+        if (overall.getProgress() < 1.0) {
+            publish(overall);
+        }
+    }
+    if (cancel.isCancel()) {
+        return false;
+    }
+    overall.setProgress(1.0);
+    publish(overall);
+    return !folderFailed || !folderExists(path);
+}
+
+bool kelFiles::copyFile(char const* source, char const* target) {
+    return copyOneFile(source, target, Items{nullptr});
+}
+
+bool kelFiles::copyFolder(char const* source, char const* target) {
+    kelListString parts;
+    splitPaths(source, parts);
+    // A root ("\", "\\") has no name to copy under, and would hold the target itself. Files are
+    // read from the folder opened now, never through a link on the way.
+    platform::TreeItems tree;
+    if (!folderExists(source) || !folderExists(target) || parts.size() == 0 || !tree.open(source)) {
+        return false;
+    }
+    Items const within{&tree};
+    // Listed before anything is made, so a target inside source copies source as it was.
+    kelListString entries;
+    kelFileCriteriaDefault criteria;
+    getFiles(source, entries, true, true, &criteria);
+    entries.sort(kelDefaultComparator<kelString>());
+    kelString const root = concat(target, parts[parts.size() - 1].c_str());
+    bool ok = createFolder(root.c_str());
+    kelFolderCopyEvent overall(source, target, 0.0);
+    publish(overall);
+    // Each entry is source's text plus the rest: only that leading text goes, so that a name
+    // repeating the source's text deeper down is kept.
+    std::string const prefix = textOf(source);
+    UInt32 const total = entries.size();
+    for (UInt32 done = 0; done < total;) {
+        char const* const entry = entries[done].c_str();
+        char const* const relative =
+            std::strncmp(entry, prefix.c_str(), prefix.size()) == 0 ? entry + prefix.size() : entry;
+        kelString const targetPath = concat(root.c_str(), relative);
+        UInt32 word = 0;
+        bool const found = within.word(entry, word);
+        if (found && (word & platform::kAttributeDirectory) == 0) {
+            if (ok) {
+                ok = copyOneFile(entry, targetPath.c_str(), within);
+            }
+        } else {
+            kelFolderCopyEvent folder(entry, targetPath.c_str(), 0.0);
+            publish(folder);
+            // An entry gone since the listing, or now behind a link, ends the copying: what
+            // follows it might lie beneath that link in the copy as well.
+            if (ok) {
+                ok = found && createFolder(targetPath.c_str());
+            }
+            folder.setProgress(1.0);
+            publish(folder);
+        }
+        ++done;
+        overall.setProgress(static_cast<double>(done) / total);
+        if (overall.getProgress() < 1.0) {
+            publish(overall);
+        }
+    }
+    overall.setProgress(1.0);
+    publish(overall);
+    return ok;
 }
 
 } // namespace KELKIT

@@ -5,6 +5,8 @@
 #include <kelcore/files/kelFileCriteria.h>
 #include <kelcore/frame/kelExport.h>
 #include <kelcore/frame/kelFileAttributes.h>
+#include <kelcore/frame/kelFileOperationFlag.h>
+#include <kelcore/frame/kelFileOperationType.h>
 #include <kelcore/frame/kelFileSizeUnit.h>
 #include <kelcore/frame/kelTypes.h>
 #include <kelcore/memory/kelMemoryBuffer.h>
@@ -104,6 +106,68 @@ public:
     // Gives a file, folder or link a new path. A name that is taken is refused on every
     // platform (false, both items untouched); a link is renamed itself, never its target.
     static bool rename(char const* oldPath, char const* newPath);
+
+    // The shell's batch operation over lists of paths (Windows: the shell itself; POSIX: the
+    // library's own equivalent). Copy and Move take exactly one target; Delete none (and any
+    // number of sources, none included); Rename as many targets as sources, each source getting
+    // the target of the same position. Any other list, or type, gives false before anything is
+    // touched. flags, a value and not a set of bits, picks the shell's options: 0 no error
+    // dialog and no confirmation, 1 no confirmation, 2 no error dialog, 3 confirmations and
+    // Recycle (a Delete then moves to the wastebasket: on POSIX the user's freedesktop.org
+    // trash, from which the desktop can restore). True only when the whole operation ran.
+    //
+    // POSIX shows no dialog: a confirmation to replace an existing item counts as refused, so
+    // with flags 2 or 3 a taken target fails the operation before anything changes.
+    static bool processFilesOperation(kelFileOperationType const& type,
+                                      kelListString const& sources, kelListString const* targets,
+                                      kelFileOperationFlag const& flags);
+    // A null target goes on as no target list.
+    static bool processFilesOperation(kelFileOperationType const& type,
+                                      kelListString const& sources, char const* target,
+                                      kelFileOperationFlag const& flags);
+
+    // A new file of size zero bytes. False, with the item unchanged, when a file (or link) is
+    // there already; a file that could not be written whole is removed again.
+    static bool createFile(char const* path, UInt32 size);
+    // Makes the folder and the folders above it that are missing. An absolute path keeps its
+    // root (and a Windows drive its letter), so nothing is made relative to the working folder.
+    // True when the folder exists afterwards; false for an empty path.
+    static bool createFolder(char const* path);
+
+    // Progress and cancellation go through kelEventPublisher, on the calling thread.
+    //
+    // deleteFile publishes kelFileDeleteEvent at 0.0, then a kelCancelActionEvent; a listener
+    // that cancels it stops the call (false, file untouched, no further event). With overwrite
+    // the file's bytes are first replaced by spaces, block by block with an event after each,
+    // and the cancel event is published again about once a second; a cancel there leaves the
+    // file overwritten as far as the loop came (false, no final event). A link is never written
+    // through: it is removed itself. A file that cannot be overwritten is not removed. The
+    // final event (1.0) follows the removal; true when the file is gone, which is also the
+    // answer for a file that was not there.
+    static bool deleteFile(char const* path);
+    static bool deleteFile(char const* path, bool overwrite);
+    // Removes the folder and all it holds, files before their folders and the folder last.
+    // Links inside are removed themselves, never followed. True for a missing folder (no event).
+    // One cancel event serves the whole call; each file goes through deleteFile, each folder
+    // has a kelFolderDeleteEvent at 0.0 and 1.0, and an overall kelFolderDeleteEvent reports
+    // done / total. A cancel stops it at once: false, no final event. Otherwise true unless the
+    // folder is still there after a removal failed.
+    static bool deleteFolder(char const* path);
+    static bool deleteFolder(char const* path, bool overwrite);
+
+    // Copies the content (not attributes or times) of source over target, which is made or
+    // emptied, with kelFileCopyEvent at 0.0, after each 10,240-byte block and at 1.0. False,
+    // with no event, when either will not open: a folder, a target that is a link (never
+    // written through) or the source file itself under any name. A copy that fails on the way
+    // (a read or write error, a full disk, a source that shrinks) gives false, leaves no
+    // target behind and publishes no final event. Files past 4 GiB copy whole.
+    static bool copyFile(char const* source, char const* target);
+    // Copies the folder source, under its own name, into the existing folder target, as it was
+    // when the call began (a target inside source included). Links are copied as links.
+    // kelFolderCopyEvent goes out overall and for each folder made, kelFileCopyEvent for each
+    // file. After the first failure the rest is only reported; what was copied stays. False
+    // when either folder is missing or source has no name (a root).
+    static bool copyFolder(char const* source, char const* target);
 
     // Path text.
     //

@@ -8,6 +8,7 @@
 #include <string>
 #include <sys/stat.h>
 #include <unistd.h>
+#include <vector>
 
 namespace KELKIT {
 namespace platform {
@@ -57,6 +58,58 @@ bool renameItem(char const* from, char const* to) {
         return renameWithoutFlag(nativeFrom, nativeTo);
     }
     return false;
+}
+
+bool makeFolder(char const* path) {
+    std::string native;
+    bool endsWithSeparator = false;
+    return toNativeItemPath(path, native, endsWithSeparator) && ::mkdir(native.c_str(), 0777) == 0;
+}
+
+bool removeFolder(char const* path) {
+    // Without the trailing separators: "link/" would name the folder behind a link.
+    std::string native;
+    bool endsWithSeparator = false;
+    return toNativeItemPath(path, native, endsWithSeparator) && ::rmdir(native.c_str()) == 0;
+}
+
+bool removeFile(char const* path) {
+    // A trailing separator stays, so that "file/" names no file here either.
+    std::string native;
+    return toNativePath(path, native) && ::unlink(native.c_str()) == 0;
+}
+
+bool copyLink(char const* source, char const* target) {
+    std::string from;
+    std::string to;
+    bool endsWithSeparator = false;
+    struct stat status;
+    if (!toNativeItemPath(source, from, endsWithSeparator) || endsWithSeparator ||
+        !toNativeItemPath(target, to, endsWithSeparator) || ::lstat(from.c_str(), &status) != 0 ||
+        !S_ISLNK(status.st_mode)) {
+        return false;
+    }
+    // The link's size is its length where the file system knows it; grow until it fits.
+    std::vector<char> content(static_cast<std::size_t>(status.st_size) + 1);
+    for (;;) {
+        ssize_t const length = ::readlink(from.c_str(), content.data(), content.size());
+        if (length < 0) {
+            return false;
+        }
+        if (static_cast<std::size_t>(length) < content.size()) {
+            content[static_cast<std::size_t>(length)] = '\0';
+            break;
+        }
+        content.resize(content.size() * 2);
+    }
+    struct stat existing;
+    if (::lstat(to.c_str(), &existing) == 0 &&
+        (S_ISDIR(existing.st_mode) ||
+         (existing.st_dev == status.st_dev && existing.st_ino == status.st_ino) ||
+         ::unlink(to.c_str()) != 0)) {
+        return false;
+    }
+    return ::symlink(content.data(), to.c_str()) == 0;
 }
 
 } // namespace platform
