@@ -106,4 +106,7 @@
 #include <kelcore/logging/kelFileLogger.h>
 #include <kelcore/logging/kelILogger.h>
 
+#include <kelcore/frame/kelAssertManager.h>
+#include <kelcore/frame/kelGlobal.h>
+
 #endif
