@@ -108,5 +108,6 @@
 
 #include <kelcore/frame/kelAssertManager.h>
 #include <kelcore/frame/kelGlobal.h>
+#include <kelcore/files/kelFileRenamer.h>
 
 #endif
