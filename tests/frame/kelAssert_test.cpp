@@ -68,67 +68,40 @@ TEST(kelGlobal, VersionAndLowPointerBits) {
 
 #if !defined(_WIN32)
 
-namespace {
-
-// A pseudo-terminal whose keyboard the test types on; the library asks on its device.
-struct PseudoTerminal {
-    int master = ::posix_openpt(O_RDWR | O_NOCTTY);
-    int device = -1;
-    PseudoTerminal() {
-        if (master >= 0 && ::grantpt(master) == 0 && ::unlockpt(master) == 0) {
-            device = ::open(::ptsname(master), O_RDWR | O_NOCTTY);
-            termios settings{};
-            ::tcgetattr(device, &settings);
-            settings.c_lflag &= ~static_cast<tcflag_t>(ECHO); // the screen shows questions only
-            ::tcsetattr(device, TCSANOW, &settings);
-            internal::setQuestionTerminal(::ptsname(master));
-        }
-    }
-    ~PseudoTerminal() {
-        internal::setQuestionTerminal(nullptr);
-        ::close(device);
-        ::close(master);
-    }
-    void type(std::string const& keys) const {
-        ASSERT_EQ(static_cast<ssize_t>(keys.size()), ::write(master, keys.data(), keys.size()));
-    }
-    // What the screen shows, carriage returns left out, until `until` appears or 10 s pass.
-    std::string screen(std::string const& until) const {
-        std::string shown;
-        pollfd poller{master, POLLIN, 0};
-        char buffer[256];
-        while (shown.find(until) == std::string::npos && ::poll(&poller, 1, 10000) > 0) {
-            ssize_t const got = ::read(master, buffer, sizeof buffer);
-            for (ssize_t i = 0; i < got; ++i) {
-                if (buffer[i] != '\r') {
-                    shown += buffer[i];
-                }
-            }
-        }
-        return shown;
-    }
-};
-
-} // namespace
-
+// The library asks on a pseudo-terminal whose keyboard the test types on.
 TEST(kelAssert, MessageModeAsksOnTheTerminalAndEndsTheProcessOnNo) {
     ModeGuard const guard(kelAssertManager::Mode::Message);
-    {
-        PseudoTerminal const terminal;
-        ASSERT_GE(terminal.device, 0);
-        terminal.type("maybe\n  Yes\n"); // asked again until the answer is y or n
-        int const line = __LINE__ + 1;
-        kelAssert(guard.saved == 99);
-        std::string const question = "kelAssert error\n" +
-                                     expectedMessage("guard.saved == 99", line) +
-                                     "\nDo you want to continue execution ? [y/n] ";
-        EXPECT_EQ(question + question, terminal.screen(question + question));
+    int const master = ::posix_openpt(O_RDWR | O_NOCTTY);
+    ASSERT_TRUE(master >= 0 && ::grantpt(master) == 0 && ::unlockpt(master) == 0);
+    int const device = ::open(::ptsname(master), O_RDWR | O_NOCTTY);
+    termios settings{};
+    ::tcgetattr(device, &settings);
+    settings.c_lflag &= ~static_cast<tcflag_t>(ECHO); // the screen shows questions only
+    ::tcsetattr(device, TCSANOW, &settings);
+    internal::setQuestionTerminal(::ptsname(master));
+    auto const type = [&](std::string const& keys) {
+        ASSERT_EQ(ssize_t(keys.size()), ::write(master, keys.data(), keys.size()));
+    };
+
+    type("maybe\n  Yes\n"); // asked again until the answer starts with y or n
+    int const line = __LINE__ + 1;
+    kelAssert(guard.saved == 99);
+    std::string const question = "kelAssert error\n" + expectedMessage("guard.saved == 99", line) +
+                                 "\nDo you want to continue execution ? [y/n] ";
+    std::string shown;
+    pollfd poller{master, POLLIN, 0};
+    char c = 0;
+    while (shown.size() < 2 * question.size() && ::poll(&poller, 1, 10000) > 0 &&
+           ::read(master, &c, 1) == 1) {
+        shown += c == '\r' ? "" : std::string(1, c);
     }
-    {
-        PseudoTerminal const terminal;
-        terminal.type("n\n");
-        EXPECT_EXIT(kelAssert(false), testing::ExitedWithCode(255), "");
-    }
+    EXPECT_EQ(question + question, shown);
+
+    type("n\n");
+    EXPECT_EXIT(kelAssert(false), testing::ExitedWithCode(255), "");
+    internal::setQuestionTerminal(nullptr);
+    ::close(device);
+    ::close(master);
     // Without a controlling terminal nobody can answer: that is a no.
     EXPECT_EXIT(
         {
