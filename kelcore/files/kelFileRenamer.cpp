@@ -105,9 +105,11 @@ public:
         // reserve[p] for each '*' at p that has pattern behind it; starIndex numbers the stars.
         mReserve.assign(pattern.size(), 0);
         mStarIndex.assign(pattern.size(), 0);
+        mLiteralsBehind.assign(pattern.size(), false);
         std::size_t nextWildcard = pattern.size();
         for (std::size_t p = pattern.size(); p-- > 0;) {
             if (pattern[p] == '*') {
+                mLiteralsBehind[p] = nextWildcard == pattern.size();
                 mReserve[p] = static_cast<UInt32>(
                     nextWildcard < pattern.size() ? nextWildcard - p : pattern.size() - 1 - p);
             }
@@ -139,14 +141,16 @@ public:
             }
             if (step == Step::AtStar) {
                 if (!hasFailed(p, t) && mText.size() - t >= mReserve[p]) {
-                    trials.push_back(
-                        {p, t, std::int64_t(mText.size() - t - mReserve[p]), captures.size()});
+                    std::int64_t const longest = std::int64_t(mText.size() - t - mReserve[p]);
+                    // With only literals behind it, a star must leave exactly them: one trial.
+                    std::int64_t const shortest = mLiteralsBehind[p] ? longest : 0;
+                    trials.push_back({p, t, longest, shortest, captures.size()});
                 } else {
                     remember(p, t);
                 }
             }
             // Next trial of the innermost star that has one left; stars without are done.
-            while (!trials.empty() && trials.back().length < 0) {
+            while (!trials.empty() && trials.back().length < trials.back().shortest) {
                 remember(trials.back().p, trials.back().t);
                 trials.pop_back();
             }
@@ -170,7 +174,8 @@ private:
     struct Trial {
         std::size_t p;
         std::size_t t;
-        std::int64_t length; // the next length to try; below 0 when all were tried
+        std::int64_t length; // the next length to try; below shortest when all were tried
+        std::int64_t shortest;
         std::size_t captures;
     };
 
@@ -221,6 +226,7 @@ private:
     std::string const& mText;
     std::vector<UInt32> mReserve;
     std::vector<UInt32> mStarIndex;
+    std::vector<bool> mLiteralsBehind;
     UInt32 mStars = 0;
     bool mDense = true;
     std::vector<bool> mFailedBits;
