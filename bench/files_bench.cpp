@@ -1,76 +1,107 @@
-// The renamer's wildcard matcher next to std::regex running the same search: greedy groups,
-// longest first, with a look-ahead for what each '*' keeps back. A failing match explores every
-// split, the worst case; std::regex grows exponentially with the stars, the matcher polynomially.
+// A recursive listing of a 100,000-entry tree (1,110 folders, 99,000 files) with full paths:
+// kelFiles::getFiles without criteria, with the default criteria (both need only the entry
+// types) and with a caller's criteria (which is given every attribute, so each entry is
+// stat-ed), beside an nftw walk that stats each entry and collects the same paths.
 
-#include <kelcore/internal/kelRenameEngine.h>
+#include <kelcore/files/kelFileCriteriaAll.h>
+#include <kelcore/files/kelFileCriteriaDefault.h>
+#include <kelcore/files/kelFiles.h>
 
 #include <benchmark/benchmark.h>
 
-#include <regex>
+#include <cstdlib>
+#include <fcntl.h>
+#include <filesystem>
+#include <ftw.h>
 #include <string>
+#include <unistd.h>
+#include <vector>
 
 using namespace KELKIT;
 
 namespace {
 
-// Stars each followed by 'a', then a final "*b" that never matches a text of only 'a'.
-std::string failingPattern(int stars) {
-    std::string pattern;
-    for (int i = 0; i < stars; ++i) {
-        pattern += "*a";
+// Built at the first use, removed at exit; the pid keeps parallel runs apart.
+struct Tree {
+    Tree()
+        : native(std::filesystem::temp_directory_path() /
+                 ("kelcore-bench-files-" + std::to_string(::getpid()))) {
+        std::filesystem::remove_all(native);
+        for (int a = 0; a < 10; ++a) {
+            for (int b = 0; b < 10; ++b) {
+                for (int c = 0; c < 10; ++c) {
+                    std::filesystem::path const leaf = native / ("a" + std::to_string(a)) /
+                                                       ("b" + std::to_string(b)) /
+                                                       ("c" + std::to_string(c));
+                    std::filesystem::create_directories(leaf);
+                    for (int f = 0; f < 99; ++f) {
+                        std::string const file = (leaf / ("file" + std::to_string(f))).string();
+                        ::close(::open(file.c_str(), O_CREAT | O_WRONLY, 0644));
+                    }
+                }
+            }
+        }
+        library = native.string();
+        for (char& ch : library) {
+            ch = ch == '/' ? '\\' : ch;
+        }
     }
-    return pattern + "*b";
+    ~Tree() { std::filesystem::remove_all(native); }
+
+    std::filesystem::path native;
+    std::string library;
+};
+
+Tree const& tree() {
+    static Tree const built;
+    return built;
 }
 
-std::string failingExpression(int stars) {
-    std::string expression;
-    for (int i = 0; i < stars; ++i) {
-        expression += "(.*)(?=.{2})a";
-    }
-    return expression + "(.*)(?=.{1})b";
-}
-
-void BM_kelRenamer_FailingMatch(benchmark::State& state) {
-    std::string const pattern = failingPattern(static_cast<int>(state.range(0)));
-    std::string const text(static_cast<std::size_t>(state.range(1)), 'a');
-    kelListString captures;
+void listWith(benchmark::State& state, kelFileCriteria* criteria) {
+    char const* const root = tree().library.c_str();
     for (auto _ : state) {
-        benchmark::DoNotOptimize(internal::matchWildcards(pattern.c_str(), text.c_str(), captures));
+        kelListString files;
+        kelFiles::getFiles(root, files, true, true, criteria);
+        benchmark::DoNotOptimize(files.size());
     }
+    state.SetItemsProcessed(state.iterations() * 100110);
 }
 
-void BM_stdRegex_FailingMatch(benchmark::State& state) {
-    std::regex const expression(failingExpression(static_cast<int>(state.range(0))));
-    std::string const text(static_cast<std::size_t>(state.range(1)), 'a');
-    std::smatch groups;
-    for (auto _ : state) {
-        benchmark::DoNotOptimize(std::regex_match(text, groups, expression));
-    }
+void BM_kelFiles_getFilesRecursive_NoCriteria(benchmark::State& state) {
+    listWith(state, nullptr);
 }
 
-// An everyday rename: '*_*.jpg' on a camera's file name.
-void BM_kelRenamer_TypicalMatch(benchmark::State& state) {
-    kelListString captures;
-    for (auto _ : state) {
-        benchmark::DoNotOptimize(
-            internal::matchWildcards("*_*.jpg", "IMG_20240517_104512.jpg", captures));
-    }
+void BM_kelFiles_getFilesRecursive_DefaultCriteria(benchmark::State& state) {
+    kelFileCriteriaDefault criteria;
+    listWith(state, &criteria);
 }
 
-void BM_stdRegex_TypicalMatch(benchmark::State& state) {
-    std::regex const expression("(.*)(?=.{1})_(.*)\\.jpg");
-    std::string const text = "IMG_20240517_104512.jpg";
-    std::smatch groups;
+void BM_kelFiles_getFilesRecursive_CallersCriteria(benchmark::State& state) {
+    kelFileCriteriaAll criteria;
+    listWith(state, &criteria);
+}
+
+std::vector<std::string>* collected = nullptr;
+
+int collect(char const* path, struct stat const*, int, struct FTW*) {
+    collected->emplace_back(path);
+    return 0;
+}
+
+void BM_nftw_WalkCollectingPaths(benchmark::State& state) {
+    char const* const root = tree().native.c_str();
     for (auto _ : state) {
-        benchmark::DoNotOptimize(std::regex_match(text, groups, expression));
+        std::vector<std::string> paths;
+        collected = &paths;
+        ::nftw(root, collect, 64, FTW_PHYS);
+        benchmark::DoNotOptimize(paths.size());
     }
+    state.SetItemsProcessed(state.iterations() * 100110);
 }
 
 } // namespace
 
-BENCHMARK(BM_kelRenamer_FailingMatch)
-    ->ArgsProduct({{1, 2, 3, 4, 8, 16, 20, 32}, {200}})
-    ->Unit(benchmark::kMicrosecond);
-BENCHMARK(BM_stdRegex_FailingMatch)->ArgsProduct({{1, 2, 3}, {200}})->Unit(benchmark::kMicrosecond);
-BENCHMARK(BM_kelRenamer_TypicalMatch);
-BENCHMARK(BM_stdRegex_TypicalMatch);
+BENCHMARK(BM_nftw_WalkCollectingPaths)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_kelFiles_getFilesRecursive_NoCriteria)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_kelFiles_getFilesRecursive_DefaultCriteria)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_kelFiles_getFilesRecursive_CallersCriteria)->Unit(benchmark::kMillisecond);

@@ -8,12 +8,19 @@ install(TARGETS kelcore EXPORT kelcoreTargets
     LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
     ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR})
 
-# Public headers only: the platform layer and internal helpers stay inside the library.
+# Public headers only: the platform layer and internal helpers stay inside the library, and the
+# native menu binding ships with the Windows build alone.
+if(WIN32)
+    set(KELCORE_NATIVE_MENU_HEADERS)
+else()
+    set(KELCORE_NATIVE_MENU_HEADERS PATTERN "win32" EXCLUDE)
+endif()
 install(DIRECTORY ${PROJECT_SOURCE_DIR}/kelcore/
     DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/kelcore
     FILES_MATCHING PATTERN "*.h"
     PATTERN "platform" EXCLUDE
-    PATTERN "internal" EXCLUDE)
+    PATTERN "internal" EXCLUDE
+    ${KELCORE_NATIVE_MENU_HEADERS})
 
 install(EXPORT kelcoreTargets NAMESPACE kelcore:: DESTINATION ${KELCORE_CMAKE_DIR})
 

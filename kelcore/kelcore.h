@@ -52,6 +52,7 @@
 #include <kelcore/concurrency/kelMutex.h>
 #include <kelcore/concurrency/kelScheduler.h>
 #include <kelcore/concurrency/kelSchedulerThread.h>
+#include <kelcore/concurrency/kelSharedMemory.h>
 #include <kelcore/concurrency/kelThread.h>
 #include <kelcore/concurrency/kelThreadIndirect.h>
 
@@ -84,6 +85,13 @@
 
 #include <kelcore/files/kelDrive.h>
 #include <kelcore/files/kelEnv.h>
+#include <kelcore/files/kelFile.h>
+#include <kelcore/files/kelFileCriteria.h>
+#include <kelcore/files/kelFileCriteriaAll.h>
+#include <kelcore/files/kelFileCriteriaDefault.h>
+#include <kelcore/files/kelFileItem.h>
+#include <kelcore/files/kelFiles.h>
+#include <kelcore/files/kelFolder.h>
 #include <kelcore/files/kelListDrive.h>
 #include <kelcore/files/kelListDrivePtr.h>
 #include <kelcore/files/kelSystem.h>
@@ -105,6 +113,50 @@
 #include <kelcore/logging/kelConsoleLogger.h>
 #include <kelcore/logging/kelFileLogger.h>
 #include <kelcore/logging/kelILogger.h>
+
+#include <kelcore/containers/kelNode.h>
+#include <kelcore/containers/kelNodeComparator.h>
+#include <kelcore/containers/kelNodeDefaultComparator.h>
+#include <kelcore/containers/kelNodeFilter.h>
+#include <kelcore/containers/kelNodeTextComparator.h>
+#include <kelcore/containers/kelNodeTextFilter.h>
+#include <kelcore/containers/kelTextNode.h>
+
+#include <kelcore/menus/kelIcon.h>
+#include <kelcore/menus/kelIconTransparency.h>
+#include <kelcore/menus/kelMenu.h>
+#include <kelcore/menus/kelMenuCommandIdFilter.h>
+#include <kelcore/menus/kelMenuNumbering.h>
+#include <kelcore/menus/kelMenuSeparator.h>
+#include <kelcore/menus/kelMenuSequentialIdFilter.h>
+#include <kelcore/menus/kelMenuUniqueIdFilter.h>
+#if defined(_WIN32)
+// The native menu binding, Windows build only. Its headers declare the few system types they
+// take without <windows.h>.
+#include <kelcore/menus/win32/kelMenuTools.h>
+#include <kelcore/menus/win32/kelWin32Utils.h>
+#endif
+#include <kelcore/containers/kelMapUint64String.h>
+#include <kelcore/memory/kelBufferInputStream.h>
+#include <kelcore/memory/kelBufferOutputStream.h>
+#include <kelcore/memory/kelFileInputStream.h>
+#include <kelcore/memory/kelFileOutputStream.h>
+#include <kelcore/memory/kelInputStream.h>
+#include <kelcore/memory/kelOutputStream.h>
+#include <kelcore/memory/kelStreamUtils.h>
+#include <kelcore/serialization/kelFileDumper.h>
+#include <kelcore/serialization/kelIDumper.h>
+#include <kelcore/serialization/kelMemoryDumper.h>
+#include <kelcore/memory/kelBitAccumulator.h>
+#include <kelcore/memory/kelBitAdaptor.h>
+#include <kelcore/memory/kelBitsPacker.h>
+#include <kelcore/memory/kelBoolPacker.h>
+#include <kelcore/memory/kelIPacker.h>
+#include <kelcore/tasks/kelListTask.h>
+#include <kelcore/tasks/kelListTaskPtr.h>
+#include <kelcore/tasks/kelStateMachine.h>
+#include <kelcore/tasks/kelTask.h>
+#include <kelcore/tasks/kelTaskTree.h>
 
 #include <kelcore/frame/kelAssertManager.h>
 #include <kelcore/frame/kelGlobal.h>

@@ -50,14 +50,14 @@ T readExact(UInt8 const* bytes, UInt32 size) {
 
 } // namespace
 
-kelMemoryBuffer::kelMemoryBuffer() : mBuffer(nullptr), mSize(0) {}
+kelMemoryBuffer::kelMemoryBuffer() : mBuffer(nullptr), mSize(0), mCapacity(0) {}
 
-kelMemoryBuffer::kelMemoryBuffer(UInt32 size) : mBuffer(nullptr), mSize(0) {
+kelMemoryBuffer::kelMemoryBuffer(UInt32 size) : mBuffer(nullptr), mSize(0), mCapacity(0) {
     allocate(size);
 }
 
 kelMemoryBuffer::kelMemoryBuffer(kelMemoryBuffer const& other)
-    : kelISerializable(other), mBuffer(nullptr), mSize(0) {
+    : kelISerializable(other), mBuffer(nullptr), mSize(0), mCapacity(0) {
     *this = other;
 }
 
@@ -69,6 +69,7 @@ void kelMemoryBuffer::clear() {
     ::operator delete(mBuffer);
     mBuffer = nullptr;
     mSize = 0;
+    mCapacity = 0;
 }
 
 UInt8 const* kelMemoryBuffer::getBuffer() const {
@@ -144,6 +145,42 @@ bool kelMemoryBuffer::add(kelMemoryBuffer const& other) {
     clear();
     mBuffer = block;
     mSize = oldSize + otherSize;
+    return true;
+}
+
+bool kelMemoryBuffer::appendWithSpare(UInt8 const* data, UInt32 size) {
+    if (size == 0) {
+        return true;
+    }
+    if (size > 0xFFFFFFFFu - mSize) {
+        return false;
+    }
+    UInt32 const needed = mSize + size;
+    if (mBuffer != nullptr && needed <= mCapacity) {
+        std::memcpy(mBuffer + mSize, data, size);
+        mSize = needed;
+        return true;
+    }
+    // Doubling keeps the copies of a long run of appends linear in its length; if the larger
+    // block is refused, an exact one is still worth a try.
+    UInt32 capacity = std::max<UInt32>(needed, mSize > 0x7FFFFFFFu ? 0xFFFFFFFFu : 2 * mSize);
+    capacity = std::max<UInt32>(capacity, 64);
+    auto* block = static_cast<UInt8*>(::operator new(capacity, std::nothrow));
+    if (block == nullptr) {
+        capacity = needed;
+        block = static_cast<UInt8*>(::operator new(capacity, std::nothrow));
+        if (block == nullptr) {
+            return false;
+        }
+    }
+    if (mSize > 0) {
+        std::memcpy(block, mBuffer, mSize);
+    }
+    std::memcpy(block + mSize, data, size); // before clear(): data may be this buffer's bytes
+    clear();
+    mBuffer = block;
+    mSize = needed;
+    mCapacity = capacity;
     return true;
 }
 

@@ -8,8 +8,9 @@
 
 namespace KELKIT {
 
-// An owned block of bytes of exact size: no spare capacity and no cursor. Bytes of a new or
-// grown block are not initialised.
+// An owned block of bytes of exact size: no spare capacity that any operation shows (a memory
+// dumper's appends keep hidden room behind the bytes) and no cursor. Bytes of a new or grown
+// block are not initialised.
 //
 // A refused allocation is the only failure and is reported by the bool results: after a
 // failed reallocate, set(data, size), add or assignment the old content is still there; after
@@ -66,8 +67,18 @@ public:
     void deserializeFrom(kelISerializer& serializer) override;
 
 private:
+    friend class kelMemoryDumper;
+
+    // Appends with room to spare behind the bytes, so that a run of small appends costs
+    // amortised constant time per byte. The spare room never shows: getSize() and every other
+    // operation see exactly the bytes. Same failure rule as add.
+    bool appendWithSpare(UInt8 const* data, UInt32 size);
+
     UInt8* mBuffer;
     UInt32 mSize;
+    // The block's byte count when appendWithSpare made it larger than mSize, else 0. Every
+    // change of the block goes through clear(), which resets it.
+    UInt32 mCapacity;
 };
 
 } // namespace KELKIT

@@ -1,12 +1,16 @@
 #include <kelcore/strings/kelStringConverter.h>
 
 #include <kelcore/frame/kelNumbers.h>
+#include <kelcore/platform/kelCodePage.h>
 
 #include <array>
 #include <cstdarg>
 #include <cstdio>
+#include <cstring>
 #include <locale>
 #include <sstream>
+#include <string>
+#include <tinyxml.h>
 
 namespace KELKIT {
 
@@ -314,6 +318,231 @@ kelString kelStringConverter::toPrintableString(UInt8 const* data, UInt32 size, 
         result += isPrintableCharacter(c) ? c : replacement;
     }
     return result;
+}
+
+// Text encodings.
+
+const unsigned char kelStringConverter::DEFAULT_UTF8_CHARACTER;
+
+namespace {
+
+// A UTF-16 buffer's bytes are least significant first, as on Windows, on every platform.
+kelString fromUnits(UInt8 const* bytes, std::size_t count) {
+    std::u16string units(count, u'\0');
+    for (std::size_t i = 0; i < count; ++i) {
+        units[i] = static_cast<char16_t>(bytes[2 * i] | bytes[2 * i + 1] << 8);
+    }
+    std::string text;
+    if (!platform::utf16ToCodePage(units.data(), units.size(), text)) {
+        return kelString();
+    }
+    return kelString(text.c_str());
+}
+
+} // namespace
+
+kelMemoryBuffer kelStringConverter::toUnicode(char const* text) {
+    kelMemoryBuffer result;
+    std::u16string units;
+    if (text == nullptr || !platform::codePageToUtf16(text, std::strlen(text), units) ||
+        units.size() >= 0x7FFFFFFFu) {
+        return result;
+    }
+    units.push_back(u'\0');
+    if (!result.allocate(static_cast<UInt32>(2 * units.size()))) {
+        return result;
+    }
+    for (std::size_t i = 0; i < units.size(); ++i) {
+        result[static_cast<UInt32>(2 * i)] = static_cast<UInt8>(units[i] & 0xFF);
+        result[static_cast<UInt32>(2 * i + 1)] = static_cast<UInt8>(units[i] >> 8);
+    }
+    return result;
+}
+
+kelString kelStringConverter::fromUnicodeString(unsigned char const* data) {
+    if (data == nullptr) {
+        return kelString();
+    }
+    std::size_t count = 0;
+    while (data[2 * count] != 0 || data[2 * count + 1] != 0) {
+        ++count;
+    }
+    return fromUnits(data, count);
+}
+
+kelString kelStringConverter::fromUnicodeString(kelMemoryBuffer const& data) {
+    UInt8 const* const bytes = data.getBuffer();
+    std::size_t const units = bytes == nullptr ? 0 : data.getSize() / 2;
+    for (std::size_t count = 0; count < units; ++count) {
+        if (bytes[2 * count] == 0 && bytes[2 * count + 1] == 0) {
+            return fromUnits(bytes, count);
+        }
+    }
+    return kelString(); // no terminating unit within the buffer
+}
+
+bool kelStringConverter::isUTF8CodeChar(unsigned char c) {
+    return c >= 0x80;
+}
+
+int kelStringConverter::getUTF8CodeLength(unsigned char lead) {
+    if (lead >= 0xFC) {
+        return 6;
+    }
+    if (lead >= 0xF8) {
+        return 5;
+    }
+    if (lead >= 0xF0) {
+        return 4;
+    }
+    if (lead >= 0xE0) {
+        return 3;
+    }
+    return lead >= 0xC0 ? 2 : 1;
+}
+
+unsigned char kelStringConverter::fromUTF8(unsigned char lead, unsigned char next) {
+    if (lead == 0xC3) {
+        return static_cast<unsigned char>(next + 64);
+    }
+    return lead == 0xC2 ? next : lead;
+}
+
+unsigned char kelStringConverter::fromUTF8(unsigned char lead, unsigned char const* next,
+                                           unsigned char replacement) {
+    if (next == nullptr) {
+        return 0;
+    }
+    return getUTF8CodeLength(lead) < 3 ? fromUTF8(lead, *next) : replacement;
+}
+
+kelString kelStringConverter::fromUTF8(kelString const& text, unsigned char const* replacement) {
+    auto const* bytes = reinterpret_cast<unsigned char const*>(text.c_str());
+    std::size_t const size = text.size();
+    std::string result;
+    result.reserve(size);
+    auto const append = [&result](unsigned char c) {
+        if (c != 0) { // as kelString::append(char) does
+            result += static_cast<char>(c);
+        }
+    };
+    for (std::size_t i = 0; i < size;) {
+        int const length = getUTF8CodeLength(bytes[i]);
+        if (length == 1) {
+            append(bytes[i]);
+        } else if (length == 2) {
+            append(fromUTF8(bytes[i], bytes[i + 1])); // at the end, bytes[i + 1] is the terminator
+        } else if (replacement != nullptr) {
+            append(*replacement);
+        }
+        i += static_cast<std::size_t>(length);
+    }
+    return kelString(result.c_str());
+}
+
+kelString kelStringConverter::fromUTF8(kelString const& text) {
+    return fromUTF8(text, &DEFAULT_UTF8_CHARACTER);
+}
+
+kelString kelStringConverter::toUTF8(unsigned char c) {
+    if (c < 128) {
+        return kelString(static_cast<char>(c));
+    }
+    char const pair[3] = {static_cast<char>(c < 192 ? 0xC2 : 0xC3),
+                          static_cast<char>(c < 192 ? c : c - 64), '\0'};
+    return kelString(pair);
+}
+
+kelString kelStringConverter::toUTF8(kelString const& text) {
+    char const* const bytes = text.c_str();
+    std::string result;
+    result.reserve(text.size());
+    for (UInt32 i = 0; i < text.size(); ++i) {
+        auto const c = static_cast<unsigned char>(bytes[i]);
+        if (c >= 192) {
+            result += static_cast<char>(0xC3);
+            result += static_cast<char>(c - 64);
+        } else if (c >= 128) {
+            result += static_cast<char>(0xC2);
+            result += static_cast<char>(c);
+        } else if (c != 0) { // a 0 byte adds nothing to a concatenation of texts
+            result += static_cast<char>(c);
+        }
+    }
+    return kelString(result.c_str());
+}
+
+// XML goes through TinyXML. The version this library is built with (Debian's 2.6.2) differs
+// from the behaviour callers rely on in three places, each worked around where it is used. Its
+// encoder is a static member, so no object of the (abstract) TiXmlBase is needed to call it.
+
+kelString kelStringConverter::toXML(char const* text) {
+    std::string const in(text == nullptr ? "" : text);
+    std::string out;
+    out.reserve(in.size());
+    std::size_t i = 0;
+    while (i < in.size()) {
+        // TiXmlBase::EncodeString of Debian's 2.6.2 escapes the '&' of a hexadecimal character
+        // reference already in the text. It is right everywhere else, so it gets the pieces
+        // between references, and each reference is copied here as the encoder used to: up to
+        // its ';', or with no ';' up to the last character, which is then encoded normally.
+        std::size_t const reference = in.find("&#x", i);
+        std::size_t const end = reference == std::string::npos ? in.size() : reference;
+        if (end > i) {
+            std::string piece;
+            TiXmlBase::EncodeString(in.substr(i, end - i), &piece);
+            out += piece;
+        }
+        i = end;
+        if (reference != std::string::npos) {
+            while (i + 1 < in.size()) {
+                out += in[i];
+                ++i;
+                if (in[i] == ';') {
+                    break;
+                }
+            }
+        }
+    }
+    return kelString(out.c_str());
+}
+
+kelString kelStringConverter::toXML(kelString const& text) {
+    return toXML(text.c_str());
+}
+
+kelString kelStringConverter::fromXML(char const* text) {
+    if (text == nullptr || *text == '\0') {
+        // Debian's 2.6.2 stops on an assertion when a text node parses an empty text; an empty
+        // text reads as nothing.
+        return kelString();
+    }
+    // The parser reads a multi-byte UTF-8 character by its lead byte's length, also when the
+    // text ends first, and then looks at the byte after it. A few '<' behind the terminator
+    // keep those reads inside this copy and stop the parse there, which shows as a parse end
+    // beyond the terminator.
+    std::size_t const length = std::strlen(text);
+    std::string padded(text, length);
+    padded.append(1, '\0').append(4, '<');
+    TiXmlText node("");
+    char const* const end = node.Parse(padded.c_str(), nullptr, TIXML_ENCODING_UTF8);
+    if (end != nullptr && end > padded.c_str() + length) {
+        return kelString(); // a character cut off by the end of the text
+    }
+    if (node.CDATA()) {
+        TiXmlPrinter printer;
+        printer.SetIndent("");
+        printer.SetLineBreak("");
+        node.Accept(&printer);
+        return kelString(printer.CStr());
+    }
+    // Debian's 2.6.2 printer encodes a text node's value again (a decoded "&lt;" would come back
+    // as "&lt;"); the value is the decoded text.
+    return kelString(node.Value());
+}
+
+kelString kelStringConverter::fromXML(kelString const& text) {
+    return fromXML(text.c_str());
 }
 
 } // namespace KELKIT

@@ -3,6 +3,7 @@
 
 #include <kelcore/frame/kelExport.h>
 #include <kelcore/frame/kelTypes.h>
+#include <kelcore/memory/kelMemoryBuffer.h>
 #include <kelcore/strings/kelString.h>
 
 #if defined(__MINGW32__)
@@ -122,6 +123,54 @@ public:
     // size characters: printable bytes as they are, all others as the replacement (which may
     // itself be 0). Null data gives the empty text.
     static kelString toPrintableString(UInt8 const* data, UInt32 size, char replacement);
+
+    // Text encodings. The UTF-8 forms know exactly the code points of Latin-1: they are not a
+    // general UTF-8 codec.
+
+    // The replacement for UTF-8 sequences without a single-byte form: a blank.
+    static const unsigned char DEFAULT_UTF8_CHARACTER = 32;
+
+    // UTF-16 code units of the text decoded from the system's default code page (on POSIX the
+    // character set of the caller's locale), terminating 0 included, least significant byte
+    // first. Empty when nothing can be converted: a null text, a byte the code page cannot
+    // decode (POSIX), no converter.
+    static kelMemoryBuffer toUnicode(char const* text);
+    // A 0-terminated UTF-16 text encoded to the default code page; characters it lacks become
+    // the system's replacement. Null data, or a conversion that yields nothing, gives "".
+    static kelString fromUnicodeString(unsigned char const* data);
+    // The same, never reading beyond the buffer: a buffer without a terminating unit gives "".
+    static kelString fromUnicodeString(kelMemoryBuffer const& data);
+
+    // True for any byte from 128 up.
+    static bool isUTF8CodeChar(unsigned char c);
+    // 6 from 0xFC, 5 from 0xF8, 4 from 0xF0, 3 from 0xE0, 2 from 0xC0, else 1 (continuation
+    // bytes included).
+    static int getUTF8CodeLength(unsigned char lead);
+    // The Latin-1 byte of a two-byte sequence: next + 64 after 0xC3, next after 0xC2, otherwise
+    // the lead itself.
+    static unsigned char fromUTF8(unsigned char lead, unsigned char next);
+    // 0 for a null next; the form above for leads of length below 3; else the replacement.
+    static unsigned char fromUTF8(unsigned char lead, unsigned char const* next,
+                                  unsigned char replacement);
+    // Decodes by lead length: single bytes as they are, pairs by the form above, longer
+    // sequences as the replacement (nothing for a null one). 0 bytes are dropped, and a pair cut
+    // off by the end of the text takes the terminator as its second byte.
+    static kelString fromUTF8(kelString const& text, unsigned char const* replacement);
+    static kelString fromUTF8(kelString const& text);
+    // Below 128 the byte itself; to 191 the bytes 0xC2, c; above, 0xC3, c - 64.
+    static kelString toUTF8(unsigned char c);
+    static kelString toUTF8(kelString const& text);
+
+    // The five XML characters as entities and bytes below 32 as "&#xHH;"; a hexadecimal
+    // character reference already present ("&#x" up to its ';') is copied as it stands.
+    static kelString toXML(char const* text);
+    static kelString toXML(kelString const& text);
+    // The text up to the first '<' as an XML parser reads a text node: entities decoded
+    // (numeric ones above 127 as UTF-8), white space trimmed and each inner run one blank. A
+    // text starting with "<![CDATA[" comes back as that section, unchanged inside. A multi-byte
+    // UTF-8 sequence cut off by the end of the text gives "".
+    static kelString fromXML(char const* text);
+    static kelString fromXML(kelString const& text);
 };
 
 } // namespace KELKIT

@@ -44,6 +44,10 @@ bool kelChildProcess::started() const {
 
 #if defined(_WIN32)
 
+long long kelProcessId() {
+    return static_cast<long long>(GetCurrentProcessId());
+}
+
 kelChildProcess::kelChildProcess(char const* scenario, std::string const& argument) {
     char path[MAX_PATH];
     if (GetModuleFileNameA(nullptr, path, MAX_PATH) == 0) {
@@ -91,6 +95,10 @@ void kelChildProcess::kill() {
 }
 
 #else
+
+long long kelProcessId() {
+    return static_cast<long long>(getpid());
+}
 
 kelChildProcess::kelChildProcess(char const* scenario, std::string const& argument) {
     pid_t const pid = fork();

@@ -37,6 +37,9 @@ private:
     bool mRunning = false;
 };
 
+// This process's id, for names that must not meet those of test runs beside it.
+long long kelProcessId();
+
 // For main(): runs the scenario the command line asks for and gives its status, or -1 when
 // this process is not a child.
 int kelRunChildScenarioIfAsked(int argc, char** argv);

@@ -1,0 +1,7 @@
+#include <kelcore/containers/kelNodeComparator.h>
+
+namespace KELKIT {
+
+kelNodeComparator::~kelNodeComparator() = default;
+
+} // namespace KELKIT

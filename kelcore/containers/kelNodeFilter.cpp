@@ -1,0 +1,7 @@
+#include <kelcore/containers/kelNodeFilter.h>
+
+namespace KELKIT {
+
+kelNodeFilter::~kelNodeFilter() = default;
+
+} // namespace KELKIT

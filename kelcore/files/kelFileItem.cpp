@@ -1,0 +1,26 @@
+#include <kelcore/files/kelFileItem.h>
+
+namespace KELKIT {
+
+kelFileItem::kelFileItem() {}
+
+kelFileItem::kelFileItem(char const* path) : mPath(path) {}
+
+kelFileItem::kelFileItem(kelFileItem const& other) : mPath(other.mPath) {}
+
+kelFileItem& kelFileItem::operator=(kelFileItem const& other) {
+    mPath = other.mPath;
+    return *this;
+}
+
+kelFileItem::~kelFileItem() {}
+
+void kelFileItem::setPath(char const* path) {
+    mPath = kelString(path); // a copy first: path may point into mPath itself
+}
+
+char const* kelFileItem::getPath() const {
+    return mPath.c_str();
+}
+
+} // namespace KELKIT

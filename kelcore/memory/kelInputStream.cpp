@@ -1,0 +1,7 @@
+#include <kelcore/memory/kelInputStream.h>
+
+namespace KELKIT {
+
+kelInputStream::~kelInputStream() = default;
+
+} // namespace KELKIT

@@ -1,0 +1,7 @@
+#include <kelcore/memory/kelOutputStream.h>
+
+namespace KELKIT {
+
+kelOutputStream::~kelOutputStream() = default;
+
+} // namespace KELKIT

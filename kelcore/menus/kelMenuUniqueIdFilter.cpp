@@ -1,0 +1,26 @@
+#include <kelcore/menus/kelMenuUniqueIdFilter.h>
+
+#include <kelcore/menus/kelMenu.h>
+
+namespace KELKIT {
+
+kelMenuUniqueIdFilter::kelMenuUniqueIdFilter(SInt32 uniqueId) : mId(uniqueId) {}
+
+kelMenuUniqueIdFilter::kelMenuUniqueIdFilter(kelMenuUniqueIdFilter const& other)
+    : kelNodeFilter(other), mId(other.mId) {}
+
+kelMenuUniqueIdFilter& kelMenuUniqueIdFilter::operator=(kelMenuUniqueIdFilter const& other) {
+    mId = other.mId;
+    return *this;
+}
+
+kelMenuUniqueIdFilter::~kelMenuUniqueIdFilter() = default;
+
+bool kelMenuUniqueIdFilter::matches(kelNode const* node) const {
+    // Checked rather than assumed, so a mixed tree gives false instead of reading a foreign
+    // object.
+    kelMenu const* menu = dynamic_cast<kelMenu const*>(node);
+    return menu != nullptr && menu->getUniqueId() == mId;
+}
+
+} // namespace KELKIT

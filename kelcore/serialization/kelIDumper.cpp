@@ -1,0 +1,7 @@
+#include <kelcore/serialization/kelIDumper.h>
+
+namespace KELKIT {
+
+kelIDumper::~kelIDumper() = default;
+
+} // namespace KELKIT

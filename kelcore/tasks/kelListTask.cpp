@@ -1,0 +1,7 @@
+#include <kelcore/tasks/kelListTask.h>
+
+namespace KELKIT {
+
+KEL_LIST_CLASS_DEFINE(kelListTask, kelTask)
+
+} // namespace KELKIT
