@@ -1,5 +1,6 @@
 #include <kelcore/files/kelFileRenamer.h>
 
+#include <kelcore/files/kelFiles.h>
 #include <kelcore/frame/kelAssertManager.h>
 #include <kelcore/internal/kelRenameEngine.h>
 
@@ -326,6 +327,22 @@ kelString replaceName(std::string const& from, std::string const& to, kelString 
     return result;
 }
 
+// The renamer's folder on disk.
+class FilesFolder : public internal::kelRenameFolder {
+public:
+    explicit FilesFolder(kelString const& folder) : mFolder(folder) {}
+    void listNames(kelListString& names) override {
+        kelFiles::getFiles(mFolder.c_str(), names, false, false, nullptr);
+    }
+    bool renameEntry(char const* oldName, char const* newName) override {
+        return kelFiles::rename(kelFiles::concat(mFolder.c_str(), oldName).c_str(),
+                                kelFiles::concat(mFolder.c_str(), newName).c_str());
+    }
+
+private:
+    kelString const& mFolder;
+};
+
 // A name the renamer may hand to the file system: one entry of its own folder.
 bool staysInFolder(kelString const& name) {
     std::string const text = name.c_str();
@@ -451,6 +468,27 @@ void kelFileRenamer::setReplaceMode(char const* from, char const* to) {
     mMode = Mode::Replace;
     mFrom = from != nullptr ? from : "";
     mTo = to != nullptr ? to : "";
+}
+
+bool kelFileRenamer::preview(kelListString& newNames, bool& hasCollisions) {
+    RENAME_INFO const info = {&newNames, &hasCollisions, nullptr, false};
+    return processRename(info);
+}
+
+bool kelFileRenamer::rename(IProgressNotifier* notifier) {
+    RENAME_INFO const info = {nullptr, nullptr, notifier, true};
+    return processRename(info);
+}
+
+bool kelFileRenamer::processRename(RENAME_INFO const& info) {
+    mCounter = 0;
+    if (mFolder.empty() || mFiles.empty()) {
+        return false;
+    }
+    FilesFolder folder(mFolder);
+    internal::kelRenameRule const rule = {mMode == Mode::Pattern, mPattern, mFrom, mTo};
+    return internal::runRenameEngine(mFiles, rule, mCounter, folder, info.newNames,
+                                     info.hasCollisions, info.notifier, info.doRename);
 }
 
 } // namespace KELKIT

@@ -120,6 +120,26 @@ TEST(kelFileRenamer, CollisionsFollowTheNamesTheRunFreesAndTakes) {
               preview(replace("a", "."), {"a"}) + " " + preview(replace("*", "../*"), {"a"}));
 }
 
+TEST(kelFileRenamer, RunsNeedAFolderAndFilesAndTakeEachNameOnce) {
+    kelFileRenamer renamer;
+    kelListString names = listOf({"kept"});
+    bool collision = false;
+    EXPECT_FALSE(renamer.preview(names, collision));
+    renamer.setFiles("", listOf({"a"}));
+    EXPECT_FALSE(renamer.preview(names, collision));
+    EXPECT_EQ("kept", joined(names));
+    renamer.setFiles("kelcore-no-such-folder", listOf({"b", "a b", "b"}));
+    EXPECT_TRUE(renamer.preview(names, collision)); // " " to " " changes nothing
+    EXPECT_EQ("b a b", joined(names));
+    renamer.setPatternMode("#?");
+    kelFileRenamer copy(renamer);
+    for (kelFileRenamer* run : {&renamer, &renamer, &copy}) { // each run numbers from 1
+        EXPECT_TRUE(run->preview(names, collision));
+        EXPECT_EQ("1b 2a", joined(names));
+    }
+    EXPECT_FALSE(collision);
+}
+
 TEST(kelFileRenamer, RenameIsOnePassThatStopsAtTheFirstFailure) {
     MemoryFolder folder;
     folder.names.insert({"a1", "b", "x", "x3"});
