@@ -241,28 +241,23 @@ private:
 bool expand(std::string const& templateText, std::string const& name,
             std::vector<WildcardCapture> const& captures, std::string& expanded) {
     expanded.clear();
-    std::size_t used[2] = {0, 0}; // captures of '*' and of '?' taken so far
+    std::vector<std::size_t> ofKind[2]; // the captures of '*' and of '?', in order
+    for (std::size_t i = 0; i < captures.size(); ++i) {
+        ofKind[captures[i].wildcard == '*' ? 0 : 1].push_back(i);
+    }
+    std::size_t used[2] = {0, 0};
     bool complete = true;
     for (char c : templateText) {
+        int const kind = c == '*' ? 0 : 1;
         if (!isWildcardCharacter(c)) {
             expanded += c;
-            continue;
-        }
-        std::size_t& next = used[c == '*' ? 0 : 1];
-        std::size_t seen = 0;
-        std::size_t i = 0;
-        for (; i < captures.size(); ++i) {
-            if (captures[i].wildcard == c && seen++ == next) {
-                break;
-            }
-        }
-        if (i == captures.size()) {
+        } else if (used[kind] == ofKind[kind].size()) {
             expanded += c;
             complete = false;
-            continue;
+        } else {
+            WildcardCapture const& capture = captures[ofKind[kind][used[kind]++]];
+            expanded.append(name, capture.start, capture.length);
         }
-        expanded.append(name, captures[i].start, captures[i].length);
-        ++next;
     }
     return complete;
 }
