@@ -165,4 +165,8 @@
 #include <kelcore/files/kelCacheFile.h>
 #include <kelcore/files/kelCacheT.h>
 
+#include <kelcore/frame/kelAssertManager.h>
+#include <kelcore/frame/kelGlobal.h>
+#include <kelcore/files/kelFileRenamer.h>
+
 #endif

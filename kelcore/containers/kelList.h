@@ -44,7 +44,9 @@ public:
         UInt32 mIndex;
     };
 
-    kelList() : mItems(new std::vector<T>()) {}
+    // Out of line, so that the library's instantiations export it: a caller that does not inline
+    // it (as in a program's main) must find it in the DLL.
+    kelList();
     kelList(kelList const& other);
     ~kelList() override = default;
 
@@ -161,6 +163,9 @@ template <typename T>
 KEL_LIST_HOT T const& kelList<T>::operator[](UInt32 index) const {
     return get(index);
 }
+
+template <typename T>
+kelList<T>::kelList() : mItems(new std::vector<T>()) {}
 
 template <typename T>
 kelList<T>::kelList(kelList const& other) : kelISortable(other), mItems(new std::vector<T>()) {

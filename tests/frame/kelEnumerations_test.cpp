@@ -1,6 +1,7 @@
 #include <kelcore/frame/DailyType.h>
 #include <kelcore/frame/RepetitiveType.h>
 #include <kelcore/frame/ScheduleType.h>
+#include <kelcore/frame/kelAssertManager.h>
 #include <kelcore/frame/kelDriveType.h>
 #include <kelcore/frame/kelEventTypes.h>
 #include <kelcore/frame/kelFileAttributes.h>
@@ -129,6 +130,7 @@ TEST(kelEnumerations, EveryClassFollowsItsTable) {
     checkAgainstTable<RepetitiveType>("Minutes=0 Hours=1 Days=2 Weeks=3 Months=4");
     checkAgainstTable<DailyType>("Everyday=0 WeekDays=1 WeekEnds=2");
     checkAgainstTable<kelVersion::Flags>("None=0 Minor=1 Patch=2 Build=4 Trim=8 All=15");
+    checkAgainstTable<kelAssertManager::Mode>("Default=0 Message=1 Exception=2");
 }
 
 TEST(kelEnumerations, QuirksOfNamesAndFlags) {
