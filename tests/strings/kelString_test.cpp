@@ -211,3 +211,61 @@ TEST(kelString, StaticHelpers) {
     EXPECT_STREQ("ab", kelString::extractString("ab\0cd", 5).c_str());
     EXPECT_TRUE(kelString::extractString(nullptr, 5).empty());
 }
+
+namespace {
+
+// A text built with +=, which keeps 0 bytes (a copy would cut it at the first one).
+kelString charByChar(std::string const& bytes) {
+    kelString s;
+    for (char c : bytes) {
+        s += c;
+    }
+    return s;
+}
+
+std::string bytesOf(kelString const& s) {
+    std::string bytes;
+    for (UInt32 i = 0; i < s.size(); ++i) {
+        bytes += s[i];
+    }
+    return bytes;
+}
+
+} // namespace
+
+// Each character form against the text form with its one-character text, for every byte value
+// and texts that hold any byte, 0 included.
+TEST(kelString, CharacterFormsActAsTheirOneCharacterText) {
+    std::mt19937 rng(31);
+    for (int round = 0; round < 400; ++round) {
+        std::string bytes = randomText(rng, "ab", 6);
+        for (char& c : bytes) {
+            c = rng() % 3 == 0 ? char(rng()) : rng() % 5 == 0 ? '\0' : c;
+        }
+        for (int b = 0; b < 256; ++b) {
+            char const c = char(b);
+            char const text[2] = {c, '\0'};
+            char const to = char(rng() % 4 == 0 ? 0 : rng());
+            char const toText[2] = {to, '\0'};
+            UInt32 const at = rng() % (bytes.size() + 3);
+
+            kelString byChar = charByChar(bytes), byText = charByChar(bytes);
+            byChar.append(c);
+            byText.append(text);
+            ASSERT_EQ(bytesOf(byText), bytesOf(byChar));
+            byChar.insert(at, c);
+            byText.insert(at, text);
+            ASSERT_EQ(bytesOf(byText), bytesOf(byChar));
+            ASSERT_EQ(byText.replace(text, toText), byChar.replace(c, to));
+            ASSERT_EQ(bytesOf(byText), bytesOf(byChar));
+
+            UInt32 posChar = 99, posText = 99;
+            ASSERT_EQ(byText.find(text, at, posText), byChar.find(c, at, posChar));
+            ASSERT_EQ(posText, posChar);
+            ASSERT_EQ(byText == text, byText == c);
+            ASSERT_EQ(byText < text, byText < c);
+            ASSERT_EQ(byText > text, byText > c);
+            ASSERT_EQ(byText <= text, byText <= c);
+        }
+    }
+}
