@@ -4,6 +4,7 @@
 
 #include <charconv>
 #include <cinttypes>
+#include <climits>
 #include <cmath>
 #include <cstdio>
 #include <cstring>
@@ -12,62 +13,10 @@
 #include <random>
 #include <sstream>
 #include <string>
+#include <tuple>
 
 using namespace KELKIT;
 using SC = kelStringConverter;
-
-namespace {
-
-template <typename T>
-std::vector<T> samples(std::mt19937_64& rng) {
-    std::vector<T> v = {std::numeric_limits<T>::min(), std::numeric_limits<T>::max(), T(0), T(1)};
-    for (int i = 0; i < 200; ++i) {
-        v.push_back(static_cast<T>(rng()));
-    }
-    return v;
-}
-
-// Each integer width: decimal text as std::to_string writes it, and back through the reader.
-template <typename T, typename Read>
-void checkIntegerRoundTrip(std::mt19937_64& rng, Read read) {
-    for (T value : samples<T>(rng)) {
-        kelString const text = SC::toString(value);
-        ASSERT_EQ(std::to_string(value), text.c_str());
-        ASSERT_EQ(value, read(text));
-    }
-}
-
-std::string printfG(double value) {
-    char buffer[64];
-    std::snprintf(buffer, sizeof buffer, "%g", value);
-    return buffer;
-}
-
-} // namespace
-
-TEST(kelStringConverter, IntegersRoundTripThroughDecimalText) {
-    std::mt19937_64 rng(5);
-    checkIntegerRoundTrip<UInt16>(rng, [](kelString const& t) { return SC::toUInt16(t); });
-    checkIntegerRoundTrip<SInt16>(rng, [](kelString const& t) { return SC::toSInt16(t); });
-    checkIntegerRoundTrip<UInt32>(rng, [](kelString const& t) { return SC::toUInt32(t); });
-    checkIntegerRoundTrip<SInt32>(rng, [](kelString const& t) { return SC::toSInt32(t); });
-    checkIntegerRoundTrip<UInt64>(rng, [](kelString const& t) { return SC::toUInt64(t); });
-    checkIntegerRoundTrip<SInt64>(rng, [](kelString const& t) { return SC::toSInt64(t); });
-    checkIntegerRoundTrip<int>(rng, [](kelString const& t) { return SC::toInt(t); });
-    EXPECT_STREQ("65", SC::toString(char(65)).c_str()); // the number, not the letter
-    EXPECT_STREQ("-1", SC::toString(char(-1)).c_str());
-    EXPECT_EQ(std::to_string(std::numeric_limits<long>::min()),
-              SC::toString(std::numeric_limits<long>::min()).c_str()); // the full native width
-}
-
-TEST(kelStringConverter, FloatsUseSixSignificantDigits) {
-    for (double v : {0.1, 1234567.0, 123456.0, -2.5e-7, 1.0 / 3.0, 0.0, 1e300}) {
-        EXPECT_EQ(printfG(v), SC::toString(v).c_str());
-        EXPECT_EQ(printfG(static_cast<float>(v)), SC::toString(static_cast<float>(v)).c_str());
-    }
-    EXPECT_DOUBLE_EQ(1500.0, SC::toFloat64("1.5e3xyz"));
-    EXPECT_FLOAT_EQ(-0.25f, SC::toFloat32("  -.25"));
-}
 
 TEST(kelStringConverter, ReadingFollowsStreamExtraction) {
     EXPECT_EQ(12u, SC::toUInt32("12abc"));
@@ -153,8 +102,7 @@ TEST(kelStringConverter, PrintableSetAndPrintableString) {
 
 namespace {
 
-// The converter's former implementation, kept as the oracle: default string streams in the
-// classic locale, 0 for text without a number or with one beyond the width read.
+// The former implementation as the oracle: classic-locale streams, 0 where extraction fails.
 template <typename T>
 std::string streamWrite(T value) {
     std::ostringstream out;
@@ -162,148 +110,94 @@ std::string streamWrite(T value) {
     out << value;
     return out.str();
 }
-
 template <typename T>
-T streamRead(char const* text) {
+T streamRead(std::string const& text) {
     std::istringstream in(text);
     in.imbue(std::locale::classic());
     T value = T();
     return (in >> value) ? value : T();
 }
-
 template <typename T>
-bool sameBits(T a, T b) {
-    return std::memcmp(&a, &b, sizeof a) == 0;
+std::string bitsOf(T value) {
+    return std::string(reinterpret_cast<char const*>(&value), sizeof value);
 }
 
-// Every reader against the stream on one text; floats compare by their bits.
-void checkAllReaders(std::string const& text) {
-    char const* t = text.c_str();
-    ASSERT_EQ(UInt8(streamRead<unsigned short>(t)), SC::toUInt8(t)) << text;
-    ASSERT_EQ(SInt8(streamRead<short>(t)), SC::toSInt8(t)) << text;
-    ASSERT_EQ(streamRead<UInt16>(t), SC::toUInt16(t)) << text;
-    ASSERT_EQ(streamRead<SInt16>(t), SC::toSInt16(t)) << text;
-    ASSERT_EQ(streamRead<UInt32>(t), SC::toUInt32(t)) << text;
-    ASSERT_EQ(streamRead<SInt32>(t), SC::toLong(t)) << text;
-    ASSERT_EQ(streamRead<UInt64>(t), SC::toUInt64(t)) << text;
-    ASSERT_EQ(streamRead<SInt64>(t), SC::toSInt64(t)) << text;
-    ASSERT_TRUE(sameBits(streamRead<float>(t), SC::toFloat32(t))) << text;
-    ASSERT_TRUE(sameBits(streamRead<double>(t), SC::toFloat64(t))) << text;
-}
-
-// Texts of every shape the readers meet: blanks, signs, digit runs of every length around
-// the widths' limits, points, exponents, and characters that end or spoil a number.
-std::string generatedText(std::mt19937_64& rng) {
-    static char const* const pieces[] = {" ", "\t", "\n\v\f\r", "+", "-", "0",    "00", ".", "e",
-                                         "E", "e-", "e+",       "x", "a", "\x85", "9",  "5", "1"};
-    std::string text;
-    int const count = 1 + int(rng() % 8);
-    for (int i = 0; i < count; ++i) {
-        if (rng() % 3 == 0) {
-            text += pieces[rng() % (sizeof pieces / sizeof *pieces)];
-        } else {
-            text += std::to_string(rng() >> (rng() % 64)).substr(0, 1 + rng() % 22);
-        }
-    }
-    return text;
+// Every reader on one text; the 8-bit forms keep the low byte of a 16-bit read.
+void checkReaders(std::string const& t) {
+    char const* c = t.c_str();
+    ASSERT_EQ(std::make_tuple(UInt8(streamRead<UInt16>(t)), SInt8(streamRead<SInt16>(t)),
+                              streamRead<UInt16>(t), streamRead<SInt16>(t), streamRead<UInt32>(t),
+                              streamRead<SInt32>(t), streamRead<UInt64>(t), streamRead<SInt64>(t),
+                              bitsOf(streamRead<float>(t)), bitsOf(streamRead<double>(t))),
+              std::make_tuple(SC::toUInt8(c), SC::toSInt8(c), SC::toUInt16(c), SC::toSInt16(c),
+                              SC::toUInt32(c), SC::toLong(c), SC::toUInt64(c), SC::toSInt64(c),
+                              bitsOf(SC::toFloat32(c)), bitsOf(SC::toFloat64(c))))
+        << t;
 }
 
 } // namespace
 
 TEST(kelStringConverter, NumbersToTextMatchTheStreamOverGeneratedValues) {
+    EXPECT_EQ(streamWrite(LONG_MIN), SC::toString(LONG_MIN).c_str()); // the full native width
     for (int b = 0; b < 256; ++b) {
         ASSERT_EQ(streamWrite(int(SInt8(b))), SC::toString(char(b)).c_str());
         ASSERT_EQ(streamWrite(unsigned(b)), SC::toString(UInt8(b)).c_str());
     }
     std::mt19937_64 rng(17);
     for (int i = 0; i < 300000; ++i) {
-        UInt64 const bits = rng() >> (rng() % 64);
-        ASSERT_EQ(streamWrite(UInt16(bits)), SC::toString(UInt16(bits)).c_str());
-        ASSERT_EQ(streamWrite(SInt16(bits)), SC::toString(SInt16(bits)).c_str());
-        ASSERT_EQ(streamWrite(UInt32(bits)), SC::toString(UInt32(bits)).c_str());
-        ASSERT_EQ(streamWrite(int(bits)), SC::toString(int(bits)).c_str());
-        ASSERT_EQ(streamWrite(long(bits)), SC::toString(long(bits)).c_str());
-        ASSERT_EQ(streamWrite(bits), SC::toString(bits).c_str());
-        ASSERT_EQ(streamWrite(SInt64(bits)), SC::toString(SInt64(bits)).c_str());
-        // Any bit pattern: normal, subnormal, zero, infinite and NaN values of both signs. The
-        // C formatting and to_chars with the same precision agree, except that the Windows
-        // runtime writes a negative NaN without its sign; the converter writes what the stream
-        // writes on each platform.
-        UInt64 const raw = rng();
-        UInt32 const raw32 = UInt32(raw >> 32);
+        UInt64 const n = rng() >> (rng() % 64), raw = rng();
+        auto const same = [](auto v) { return streamWrite(v) == SC::toString(v).c_str(); };
+        ASSERT_TRUE(same(UInt16(n)) && same(SInt16(n)) && same(UInt32(n)) && same(int(n)) &&
+                    same(long(n)) && same(n) && same(SInt64(n)))
+            << n;
+        // Any bit pattern: normal, subnormal, zero, infinite, NaN. to_chars with a precision
+        // writes what the C formatting writes, except the sign of a NaN on Windows.
         double d;
         float f;
         std::memcpy(&d, &raw, sizeof d);
-        std::memcpy(&f, &raw32, sizeof f);
+        std::memcpy(&f, &raw, sizeof f);
         for (double v : {d, double(f)}) {
-            char c[64], t[64];
+            char c[64], t[64] = {};
             std::snprintf(c, sizeof c, "%.6g", v);
-            *std::to_chars(t, t + sizeof t, v, std::chars_format::general, 6).ptr = '\0';
+            std::to_chars(t, t + sizeof t - 1, v, std::chars_format::general, 6);
 #if defined(_WIN32)
             if (std::isnan(v) && std::signbit(v)) {
-                ASSERT_STREQ("nan", c);
-                ASSERT_STREQ("-nan", t);
+                ASSERT_EQ(std::string("nan-nan"), std::string(c) + t);
                 continue;
             }
 #endif
             ASSERT_STREQ(c, t) << raw;
         }
         ASSERT_EQ(streamWrite(d), SC::toString(d).c_str()) << raw;
-        ASSERT_EQ(streamWrite(f), SC::toString(f).c_str()) << raw32;
+        ASSERT_EQ(streamWrite(f), SC::toString(f).c_str()) << raw;
     }
 }
 
 TEST(kelStringConverter, TextToNumbersMatchesTheStreamOverGeneratedTexts) {
-    // Every 16-bit value and beyond: the low byte of the 8-bit forms and the 16-bit limits.
-    for (long v = -70000; v <= 70000; ++v) {
-        ASSERT_NO_FATAL_FAILURE(checkAllReaders(std::to_string(v)));
+    for (long v = -70000; v <= 70000; ++v) { // every 16-bit value and the 8-bit low bytes
+        ASSERT_NO_FATAL_FAILURE(checkReaders(std::to_string(v)));
     }
-    // The limits of every width, one beyond them, and digit runs of 18 to 21 digits.
-    for (std::string const limit : {"127",
-                                    "128",
-                                    "255",
-                                    "256",
-                                    "32767",
-                                    "32768",
-                                    "65535",
-                                    "65536",
-                                    "2147483647",
-                                    "2147483648",
-                                    "4294967295",
-                                    "4294967296",
-                                    "9223372036854775807",
-                                    "9223372036854775808",
-                                    "18446744073709551615",
-                                    "18446744073709551616",
-                                    "999999999999999999",
-                                    "1000000000000000000",
-                                    "000000000000000000000012",
-                                    "3.4028235e38",
-                                    "3.4028236e38",
-                                    "1.7976931348623157e308",
-                                    "1.7976931348623159e308",
-                                    "1e-38",
-                                    "1e-45",
-                                    "1e-46",
-                                    "4.9e-324",
-                                    "2.4e-324",
-                                    "1e-400",
-                                    "1e400",
-                                    "123456789012345678901234567890e-20"}) {
-        for (char const* sign : {"", "-", "+", " -", "\t+"}) {
-            ASSERT_NO_FATAL_FAILURE(checkAllReaders(sign + limit));
-            ASSERT_NO_FATAL_FAILURE(checkAllReaders(sign + limit + "x"));
-        }
-    }
+    // Texts of blanks, signs, digit runs, points, exponents, characters that end a number and
+    // the limits of every width and one beyond; and printed values of every magnitude.
+    std::string const pieces =
+        "| |\t|\n\v\f\r|+|-|0|00|.|e|E|e-|e+|x|\x85|2147483647|2147483648|4294967295|"
+        "4294967296|9223372036854775807|9223372036854775808|"
+        "18446744073709551615|18446744073709551616|3.4028236e38|4.9e-324|"
+        "1.7976931348623159e308|1e-400|1e400|-0.0000001e-40|123456789012345678901|";
     std::mt19937_64 rng(23);
     for (int i = 0; i < 300000; ++i) {
-        ASSERT_NO_FATAL_FAILURE(checkAllReaders(generatedText(rng)));
-        // Numbers as printed: the round trip of random doubles and floats in every magnitude.
+        std::string text;
+        for (int n = 1 + int(rng() % 6); n > 0; --n) {
+            std::size_t const at = pieces.find('|', rng() % pieces.size()) + 1;
+            text += rng() % 3 == 0 ? pieces.substr(at, pieces.find('|', at) - at)
+                                   : std::to_string(rng() >> (rng() % 64)).substr(0, rng() % 22);
+        }
+        ASSERT_NO_FATAL_FAILURE(checkReaders(text));
         UInt64 const raw = rng();
         double d;
         std::memcpy(&d, &raw, sizeof d);
-        char text[64];
-        std::snprintf(text, sizeof text, "%.*g", int(1 + rng() % 19), d);
-        ASSERT_NO_FATAL_FAILURE(checkAllReaders(text));
+        char printed[64];
+        std::snprintf(printed, sizeof printed, "%.*g", int(1 + rng() % 19), d);
+        ASSERT_NO_FATAL_FAILURE(checkReaders(printed));
     }
 }

@@ -145,7 +145,7 @@ INSTANTIATE_TEST_SUITE_P(Zones, kelTimeZones, testing::ValuesIn(ZONES),
 
 namespace {
 
-// An instant that a subclass moves: the calendar must follow getRawTime(), not the stored value.
+// An instant that a subclass moves: the calendar follows getRawTime(), not the stored value.
 struct MovedTime : kelTime {
     explicit MovedTime(UInt64 raw) : kelTime(raw) {}
     UInt64 getRawTime() const override { return kelTime::getRawTime() + shift; }
@@ -155,53 +155,32 @@ struct MovedTime : kelTime {
 } // namespace
 
 // Reads of interleaved objects and instants, repeated and not, against a fresh conversion of the
-// C library: what the library keeps of earlier conversions must never show. Where the runtime
-// lets the zone change (POSIX), it changes between reads of the same instants.
+// C library: nothing kept of earlier reads may show. Where the runtime lets the zone change
+// (POSIX), it changes between reads of the same instants.
 TEST(kelTimeKeptCalendar, ReadsMatchAFreshConversionAcrossObjectsAndZones) {
-    char const* const startZone = std::getenv("TZ");
-    std::string const restore = startZone != nullptr ? startZone : "";
+    std::string const start = std::getenv("TZ") != nullptr ? std::getenv("TZ") : "UTC";
     std::vector<char const*> zones;
     for (char const* zone : {"UTC", "America/New_York", "Australia/Sydney", "Asia/Kolkata",
-                             "Europe/London", "America/St_Johns"}) {
+                             "Europe/London", "America/St_Johns", start.c_str()}) {
         if (kelTest::useZone(zone)) {
             zones.push_back(zone);
         }
     }
-    ASSERT_FALSE(zones.empty());
     std::mt19937_64 rng(29);
     UInt64 const last = 32535215999ull;
-    std::vector<MovedTime> times;
-    for (int i = 0; i < 6; ++i) {
-        times.emplace_back(i == 5 ? times[0].kelTime::getRawTime() : rng() % (last + 1));
-    }
-    std::size_t current = 0;
-    for (int step = 0; step < 60000; ++step) {
-        if (step % 50 == 0) {
-            ASSERT_TRUE(kelTest::useZone(zones[rng() % zones.size()]));
-        }
-        current = rng() % 2 == 0 ? current : rng() % times.size(); // often the same object
-        MovedTime& t = times[current];
-        if (rng() % 20 == 0) {
+    std::vector<MovedTime> times(6, MovedTime(rng() % (last + 1)));
+    for (int step = 0, at = 0; step < 60000; ++step) {
+        ASSERT_TRUE(step % 50 != 0 || kelTest::useZone(zones[rng() % zones.size()]));
+        at = rng() % 2 == 0 ? at : int(rng() % times.size()); // often the same object
+        MovedTime& t = times[at];
+        if (rng() % 10 == 0) {
             t.setRawTime(rng() % 4 == 0 ? last + 1 : rng() % (last + 1)); // beyond: no calendar
-        } else if (rng() % 20 == 0) {
             t.shift = rng() % 3;
         }
-        UInt64 const raw = t.getRawTime();
         std::tm expected = {};
-        bool const has = raw <= last && kelTest::localOracle(raw, expected);
-        std::vector<int> want = has ? fieldsOf(expected) : std::vector<int>(8, 0);
-        ASSERT_EQ(want, getters(t)) << raw;
-        ASSERT_EQ(has && ((want[0] % 4 == 0 && want[0] % 100 != 0) || want[0] % 400 == 0),
-                  t.isLeapYear());
+        bool const has = t.getRawTime() <= last && kelTest::localOracle(t.getRawTime(), expected);
+        std::vector<int> const want = has ? fieldsOf(expected) : std::vector<int>(8, 0);
+        ASSERT_EQ(want, getters(t)) << t.getRawTime();
     }
-#if defined(_WIN32)
-    kelTest::useZone(restore.c_str());
-#else
-    if (startZone == nullptr) {
-        unsetenv("TZ");
-    } else {
-        setenv("TZ", restore.c_str(), 1);
-    }
-    tzset();
-#endif
+    ASSERT_TRUE(kelTest::useZone(start.c_str()));
 }
