@@ -171,7 +171,6 @@ constexpr int FLOAT64_FAST_EXPONENT = 250;
 // or ".", fails and gives 0, as does a value beyond the type's range. from_chars rounds as the
 // C library's conversion does; a prefix with many digits or a large exponent, where range and
 // subnormal results come in, takes the general path.
-
 template <typename T>
 T readFloating(char const* text, int maxExponent) {
     if (text == nullptr) {
