@@ -56,6 +56,10 @@ awk -F, -v pairs="$pairs" '
             single[name] = ns($4, $5)
         }
     }
+    function shown(t) {
+        return t < 1e4 ? sprintf("%.1f ns", t) : t < 1e7 ? sprintf("%.1f us", t / 1e3) \
+                                                         : sprintf("%.1f ms", t / 1e6)
+    }
     function cpu(name) {
         return (name in median) ? median[name] : (name in single) ? single[name] : -1
     }
@@ -66,7 +70,7 @@ awk -F, -v pairs="$pairs" '
             if (split(lines[i], f, "|") != 3 || cpu(f[2]) < 0 || cpu(f[3]) < 0) {
                 continue
             }
-            printf "%-46s %11.1f ns %11.1f ns %7.2fx\n", f[1], cpu(f[2]), cpu(f[3]),
+            printf "%-46s %14s %14s %7.2fx\n", f[1], shown(cpu(f[2])), shown(cpu(f[3])),
                    cpu(f[2]) / cpu(f[3])
         }
     }' "$results"
