@@ -1,11 +1,13 @@
-// Writing 4-byte values into the buffered serializer for growing totals: the time per byte
-// should stay flat. The binary serializer and std::vector appends run beside it.
+// Writing 4-byte values into the serializers for growing totals, and reading them back: the time
+// per byte should stay flat. std::vector appends run beside them as the measure for both.
 
 #include <kelcore/serialization/kelBinarySerializer.h>
 #include <kelcore/serialization/kelBufferedSerializer.h>
+#include <kelcore/serialization/kelMemorySerializer.h>
 
 #include <benchmark/benchmark.h>
 
+#include <memory>
 #include <vector>
 
 using namespace KELKIT;
@@ -49,6 +51,52 @@ void BM_stdVector_Append4(benchmark::State& state) {
     state.SetBytesProcessed(state.iterations() * state.range(0));
 }
 
+void BM_kelMemorySerializer_Write4(benchmark::State& state) {
+    UInt32 const count = static_cast<UInt32>(state.range(0) / 4);
+    std::vector<UInt8> block(static_cast<std::size_t>(state.range(0)) + 1);
+    for (auto _ : state) {
+        kelMemorySerializer s(block.data(), static_cast<UInt32>(block.size()));
+        for (UInt32 i = 0; i < count; ++i) {
+            s.serialize(i);
+        }
+        benchmark::DoNotOptimize(block.data());
+    }
+    state.SetBytesProcessed(state.iterations() * state.range(0));
+}
+
+// Reading the 4-byte values back; filling the serializer is not timed.
+template <class Serializer>
+void readValues(benchmark::State& state) {
+    UInt32 const count = static_cast<UInt32>(state.range(0) / 4);
+    for (auto _ : state) {
+        state.PauseTiming();
+        auto s = std::make_unique<Serializer>();
+        for (UInt32 i = 0; i < count; ++i) {
+            s->serialize(i);
+        }
+        state.ResumeTiming();
+        UInt32 sum = 0;
+        for (UInt32 i = 0; i < count; ++i) {
+            UInt32 value;
+            s->deserialize(value);
+            sum += value;
+        }
+        benchmark::DoNotOptimize(sum);
+        state.PauseTiming();
+        s.reset();
+        state.ResumeTiming();
+    }
+    state.SetBytesProcessed(state.iterations() * state.range(0));
+}
+
+void BM_kelBufferedSerializer_Read4(benchmark::State& state) {
+    readValues<kelBufferedSerializer>(state);
+}
+
+void BM_kelBinarySerializer_Read4(benchmark::State& state) {
+    readValues<kelBinarySerializer>(state);
+}
+
 } // namespace
 
 BENCHMARK(BM_kelBufferedSerializer_Write4)
@@ -64,5 +112,17 @@ BENCHMARK(BM_kelBinarySerializer_Write4)
 BENCHMARK(BM_stdVector_Append4)
     ->Arg(1 << 20)
     ->Arg(16 << 20)
+    ->Arg(256 << 20)
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_kelMemorySerializer_Write4)
+    ->Arg(1 << 20)
+    ->Arg(256 << 20)
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_kelBufferedSerializer_Read4)
+    ->Arg(1 << 20)
+    ->Arg(256 << 20)
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_kelBinarySerializer_Read4)
+    ->Arg(1 << 20)
     ->Arg(256 << 20)
     ->Unit(benchmark::kMillisecond);

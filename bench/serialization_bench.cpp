@@ -100,5 +100,5 @@ BENCHMARK(BM_kelBinarySerializer_WriteUInt32)->Arg(1 << 10)->Arg(1 << 16)->Arg(1
 BENCHMARK(BM_kelBinarySerializer_WriteUInt32_LargeChunk)->Arg(1 << 10)->Arg(1 << 16)->Arg(1 << 20);
 BENCHMARK(BM_kelMemorySerializer_WriteUInt32)->Arg(1 << 10)->Arg(1 << 16)->Arg(1 << 20);
 BENCHMARK(BM_stdVector_AppendUInt32)->Arg(1 << 10)->Arg(1 << 16)->Arg(1 << 20);
-BENCHMARK(BM_kelMemorySerializer_ReadUInt32)->Arg(1 << 10)->Arg(1 << 16);
+BENCHMARK(BM_kelMemorySerializer_ReadUInt32)->Arg(1 << 10)->Arg(1 << 16)->Arg(1 << 18);
 BENCHMARK(BM_kelString_SerializeRoundTrip)->Arg(16)->Arg(4096)->Arg(1 << 20);

@@ -29,6 +29,17 @@ void BM_kelString_AppendChar(benchmark::State& state) {
     state.SetItemsProcessed(state.iterations() * state.range(0));
 }
 
+void BM_kelString_AppendCharCall(benchmark::State& state) {
+    for (auto _ : state) {
+        kelString s;
+        for (int64_t i = 0; i < state.range(0); ++i) {
+            s.append('x');
+        }
+        benchmark::DoNotOptimize(s.c_str());
+    }
+    state.SetItemsProcessed(state.iterations() * state.range(0));
+}
+
 void BM_stdString_AppendChar(benchmark::State& state) {
     for (auto _ : state) {
         std::string s;
@@ -96,6 +107,7 @@ void BM_kelString_Trim(benchmark::State& state) {
 } // namespace
 
 BENCHMARK(BM_kelString_AppendChar)->Arg(16)->Arg(1024)->Arg(65536);
+BENCHMARK(BM_kelString_AppendCharCall)->Arg(16)->Arg(1024)->Arg(65536);
 BENCHMARK(BM_stdString_AppendChar)->Arg(16)->Arg(1024)->Arg(65536);
 BENCHMARK(BM_kelString_Find)->Arg(64)->Arg(4096)->Arg(262144);
 BENCHMARK(BM_stdString_Find)->Arg(64)->Arg(4096)->Arg(262144);

@@ -7,6 +7,8 @@
 
 namespace KELKIT {
 
+class kelBufferedSerializer;
+
 // A byte store made of a chain of fixed blocks: it grows without moving what it holds, and it
 // is addressed with 64-bit offsets.
 //
@@ -45,6 +47,10 @@ public:
     virtual void setDefaultBlockSize(UInt32 size);
 
 private:
+    // Its one user in the library writes fixed-width values straight into the last block,
+    // keeping used and the total as write() keeps them.
+    friend class kelBufferedSerializer;
+
     kelMemoryBlock* getNewBlock(UInt32 size);
     void deleteBlock(kelMemoryBlock* block);
     bool getBlockAt(UInt64 offset, kelMemoryBlock*& block, UInt32& offsetInBlock) const;

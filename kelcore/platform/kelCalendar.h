@@ -26,6 +26,16 @@ bool toLocalCalendar(UInt64 raw, std::tm& local);
 // outside 0 .. CALENDAR_LAST_SECOND or the runtime refuses the fields.
 bool fromLocalCalendar(std::tm& local, UInt64& raw);
 
+// What the C runtime tells of the process's time zone: its names, its offset from UTC and its
+// daylight-saving flag, as the last zone change or conversion left them. A calendar reading is
+// reused only while the stamp it was taken under stays the same, so that a new zone (TZ and
+// tzset) is noticed at the next read.
+struct ZoneStamp {
+    UInt64 words[4];
+};
+
+ZoneStamp currentZoneStamp();
+
 } // namespace platform
 } // namespace KELKIT
 

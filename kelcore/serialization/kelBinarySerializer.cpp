@@ -1,5 +1,6 @@
 #include <kelcore/serialization/kelBinarySerializer.h>
 
+#include <kelcore/internal/kelFixedWidth.h>
 #include <kelcore/internal/kelThrowSite.h>
 
 #include <cstdlib>
@@ -168,5 +169,41 @@ bool kelBinarySerializer::resize(UInt32 size) {
     }
     return true;
 }
+
+// The direct path does what serializeData and deserializeData do when the value fits: a write
+// that ends before the capacity (a byte always stays free), a read that ends within it.
+#define KEL_FIXED_WIDTH_FORMS(T)                                                                   \
+    void kelBinarySerializer::serialize(T value) {                                                 \
+        if (internal::isExactly(*this) &&                                                          \
+            static_cast<UInt64>(mWritePosition) + sizeof(T) < mCapacity) {                         \
+            internal::storeValue(mBuffer + mWritePosition, value);                                 \
+            mWritePosition += sizeof(T);                                                           \
+            return;                                                                                \
+        }                                                                                          \
+        kelAbstractSerializer::serialize(value);                                                   \
+    }                                                                                              \
+    void kelBinarySerializer::deserialize(T& value) {                                              \
+        if (internal::isExactly(*this) &&                                                          \
+            static_cast<UInt64>(mReadPosition) + sizeof(T) <= mCapacity) {                         \
+            internal::loadValue(value, mBuffer + mReadPosition);                                   \
+            mReadPosition += sizeof(T);                                                            \
+            return;                                                                                \
+        }                                                                                          \
+        kelAbstractSerializer::deserialize(value);                                                 \
+    }
+
+KEL_FIXED_WIDTH_FORMS(Float64)
+KEL_FIXED_WIDTH_FORMS(Float32)
+KEL_FIXED_WIDTH_FORMS(SInt64)
+KEL_FIXED_WIDTH_FORMS(SInt32)
+KEL_FIXED_WIDTH_FORMS(SInt16)
+KEL_FIXED_WIDTH_FORMS(SInt8)
+KEL_FIXED_WIDTH_FORMS(UInt64)
+KEL_FIXED_WIDTH_FORMS(UInt32)
+KEL_FIXED_WIDTH_FORMS(UInt16)
+KEL_FIXED_WIDTH_FORMS(UInt8)
+KEL_FIXED_WIDTH_FORMS(bool)
+
+#undef KEL_FIXED_WIDTH_FORMS
 
 } // namespace KELKIT

@@ -1,5 +1,6 @@
 #include <kelcore/serialization/kelMemorySerializer.h>
 
+#include <kelcore/internal/kelFixedWidth.h>
 #include <kelcore/internal/kelThrowSite.h>
 
 #include <cstring>
@@ -82,5 +83,41 @@ void kelMemorySerializer::loadData(const UInt8* data, UInt32 size) {
     std::memmove(mBuffer, data, copied);
     mWritePosition = copied;
 }
+
+// The direct path does what serializeData and deserializeData do when the value fits: a write
+// that ends strictly before the block's end, a read that ends within it.
+#define KEL_FIXED_WIDTH_FORMS(T)                                                                   \
+    void kelMemorySerializer::serialize(T value) {                                                 \
+        if (internal::isExactly(*this) &&                                                          \
+            static_cast<UInt64>(mWritePosition) + sizeof(T) < mBufferSize) {                       \
+            internal::storeValue(mBuffer + mWritePosition, value);                                 \
+            mWritePosition += sizeof(T);                                                           \
+            return;                                                                                \
+        }                                                                                          \
+        kelAbstractSerializer::serialize(value);                                                   \
+    }                                                                                              \
+    void kelMemorySerializer::deserialize(T& value) {                                              \
+        if (internal::isExactly(*this) &&                                                          \
+            static_cast<UInt64>(mReadPosition) + sizeof(T) <= mBufferSize) {                       \
+            internal::loadValue(value, mBuffer + mReadPosition);                                   \
+            mReadPosition += sizeof(T);                                                            \
+            return;                                                                                \
+        }                                                                                          \
+        kelAbstractSerializer::deserialize(value);                                                 \
+    }
+
+KEL_FIXED_WIDTH_FORMS(Float64)
+KEL_FIXED_WIDTH_FORMS(Float32)
+KEL_FIXED_WIDTH_FORMS(SInt64)
+KEL_FIXED_WIDTH_FORMS(SInt32)
+KEL_FIXED_WIDTH_FORMS(SInt16)
+KEL_FIXED_WIDTH_FORMS(SInt8)
+KEL_FIXED_WIDTH_FORMS(UInt64)
+KEL_FIXED_WIDTH_FORMS(UInt32)
+KEL_FIXED_WIDTH_FORMS(UInt16)
+KEL_FIXED_WIDTH_FORMS(UInt8)
+KEL_FIXED_WIDTH_FORMS(bool)
+
+#undef KEL_FIXED_WIDTH_FORMS
 
 } // namespace KELKIT

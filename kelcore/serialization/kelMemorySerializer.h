@@ -23,6 +23,34 @@ public:
     // Writes the other's whole block, not only what was written into it.
     kelMemorySerializer& operator+=(const kelMemorySerializer& other);
 
+    // The fixed-width values go straight into the block while this object is exactly a
+    // kelMemorySerializer and the block has room for them; otherwise, and in any derived class,
+    // they take the path through serializeData and deserializeData.
+    using kelAbstractSerializer::deserialize;
+    using kelAbstractSerializer::serialize;
+    void serialize(Float64 value) override;
+    void serialize(Float32 value) override;
+    void serialize(SInt64 value) override;
+    void serialize(SInt32 value) override;
+    void serialize(SInt16 value) override;
+    void serialize(SInt8 value) override;
+    void serialize(UInt64 value) override;
+    void serialize(UInt32 value) override;
+    void serialize(UInt16 value) override;
+    void serialize(UInt8 value) override;
+    void serialize(bool value) override;
+    void deserialize(Float64& value) override;
+    void deserialize(Float32& value) override;
+    void deserialize(SInt64& value) override;
+    void deserialize(SInt32& value) override;
+    void deserialize(SInt16& value) override;
+    void deserialize(SInt8& value) override;
+    void deserialize(UInt64& value) override;
+    void deserialize(UInt32& value) override;
+    void deserialize(UInt16& value) override;
+    void deserialize(UInt8& value) override;
+    void deserialize(bool& value) override;
+
     void serializeData(const void* data, UInt32 size) override;
     void deserializeData(void* data, UInt32 size) override;
 

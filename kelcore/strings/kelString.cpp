@@ -2,6 +2,7 @@
 
 #include <kelcore/internal/kelPieceRead.h>
 
+#include <algorithm>
 #include <cctype>
 #include <cstring>
 #include <vector>
@@ -20,6 +21,16 @@ int compareTexts(char const* a, char const* b) {
     return std::strcmp(a, b);
 }
 
+// The sign of strcmp(text, the one-character text of c), where the byte 0 is the empty text.
+int compareWithCharacter(char const* text, char c) {
+    int const first = static_cast<unsigned char>(text[0]);
+    int const other = static_cast<unsigned char>(c);
+    if (first != other || first == 0) {
+        return first - other;
+    }
+    return text[1] == '\0' ? 0 : 1;
+}
+
 } // namespace
 
 kelString::kelString() : mText(new std::string()) {}
@@ -30,6 +41,8 @@ kelString::kelString(kelString const& other)
 kelString::kelString(char const* text) : mText(new std::string(orEmpty(text))) {}
 
 kelString::kelString(char c) : mText(new std::string(1, c)) {}
+
+kelString::kelString(char const* text, UInt32 length) : mText(new std::string(text, length)) {}
 
 kelString::~kelString() = default;
 
@@ -138,9 +151,12 @@ void kelString::insert(UInt32 pos, char const* text) {
     mText->insert(at, orEmpty(text));
 }
 
+// The character forms below act as the one-character text would, without building it: the
+// byte 0 is the empty text.
 void kelString::insert(UInt32 pos, char c) {
-    char const text[2] = {c, '\0'};
-    insert(pos, text);
+    if (c != '\0') {
+        mText->insert(pos < mText->size() ? pos : mText->size(), 1, c);
+    }
 }
 
 void kelString::append(kelString const& text) {
@@ -152,8 +168,9 @@ void kelString::append(char const* text) {
 }
 
 void kelString::append(char c) {
-    char const text[2] = {c, '\0'};
-    append(text);
+    if (c != '\0') {
+        mText->push_back(c);
+    }
 }
 
 void kelString::erase(UInt32 pos) {
@@ -195,9 +212,23 @@ UInt32 kelString::replace(char const* from, kelString const& to) {
 }
 
 UInt32 kelString::replace(char from, char to) {
-    char const fromText[2] = {from, '\0'};
-    char const toText[2] = {to, '\0'};
-    return replace(fromText, toText);
+    if (from == '\0') {
+        return 0;
+    }
+    if (to == '\0') {
+        std::string::iterator const kept = std::remove(mText->begin(), mText->end(), from);
+        UInt32 const count = static_cast<UInt32>(mText->end() - kept);
+        mText->erase(kept, mText->end());
+        return count;
+    }
+    UInt32 count = 0;
+    for (char& ch : *mText) {
+        if (ch == from) {
+            ch = to;
+            ++count;
+        }
+    }
+    return count;
 }
 
 UInt32 kelString::replace(UInt32 pos, UInt32 count, char const* text) {
@@ -256,8 +287,13 @@ bool kelString::find(kelString const& text, UInt32& pos) const {
 }
 
 bool kelString::find(char c, UInt32 start, UInt32& pos) const {
-    char const text[2] = {c, '\0'};
-    return find(text, start, pos);
+    std::string::size_type const at =
+        c == '\0' ? (start <= mText->size() ? start : std::string::npos) : mText->find(c, start);
+    if (at == std::string::npos) {
+        return false;
+    }
+    pos = static_cast<UInt32>(at);
+    return true;
 }
 
 bool kelString::find(char c, UInt32& pos) const {
@@ -317,8 +353,7 @@ kelString kelString::operator+(char c) {
         return compareTexts(c_str(), orEmpty(other)) OP 0;                                         \
     }                                                                                              \
     bool kelString::operator OP(char other) const {                                                \
-        char const text[2] = {other, '\0'};                                                        \
-        return compareTexts(c_str(), text) OP 0;                                                   \
+        return compareWithCharacter(c_str(), other) OP 0;                                          \
     }
 
 KEL_STRING_COMPARISONS(==)

@@ -12,6 +12,10 @@
 
 namespace KELKIT {
 
+namespace internal {
+struct kelStringAccess;
+}
+
 // The library's text: a mutable byte string with value semantics. It knows no encoding.
 //
 // The value is a NUL-terminated text: copying, comparing with another kelString, searching
@@ -142,6 +146,10 @@ public:
     static kelString extractString(char const* text, UInt32 count);
 
 private:
+    friend struct internal::kelStringAccess;
+    // The first length bytes of text, which the caller knows hold no 0 byte.
+    kelString(char const* text, UInt32 length);
+
     std::unique_ptr<std::string> mText;
 };
 

@@ -1,16 +1,21 @@
 #include <kelcore/strings/kelStringConverter.h>
 
 #include <kelcore/frame/kelNumbers.h>
+#include <kelcore/internal/kelStringAccess.h>
 #include <kelcore/platform/kelCodePage.h>
 
 #include <array>
+#include <charconv>
+#include <cmath>
 #include <cstdarg>
 #include <cstdio>
 #include <cstring>
+#include <limits>
 #include <locale>
 #include <sstream>
 #include <string>
 #include <tinyxml.h>
+#include <type_traits>
 
 namespace KELKIT {
 
@@ -19,24 +24,204 @@ namespace {
 // Characters of the result of format(), including its terminating 0.
 constexpr std::size_t FORMAT_BUFFER = 10240;
 
-template <typename T>
-kelString writeNumber(T value) {
+kelString streamWrite(double value) {
     std::ostringstream out;
     out.imbue(std::locale::classic());
     out << value;
     return kelString(out.str().c_str());
 }
 
-// Stream extraction, with 0 for text that holds no number or one that does not fit T.
-template <typename T>
-T readNumber(char const* text) {
-    if (text == nullptr) {
-        return T();
+// Number to text. Integers are written as a default stream writes them: the decimal digits,
+// with a minus sign in front of a negative value. A long number is cut into 8-digit chunks that
+// are written two digits at a time from a table, so that its divisions form short independent
+// chains instead of one long one.
+char const DIGIT_PAIRS[] = "0001020304050607080910111213141516171819"
+                           "2021222324252627282930313233343536373839"
+                           "4041424344454647484950515253545556575859"
+                           "6061626364656667686970717273747576777879"
+                           "8081828384858687888990919293949596979899";
+
+void writeEightDigits(char* out, UInt32 value) {
+    UInt32 const high = value / 10000;
+    UInt32 const low = value % 10000;
+    std::memcpy(out, DIGIT_PAIRS + 2 * (high / 100), 2);
+    std::memcpy(out + 2, DIGIT_PAIRS + 2 * (high % 100), 2);
+    std::memcpy(out + 4, DIGIT_PAIRS + 2 * (low / 100), 2);
+    std::memcpy(out + 6, DIGIT_PAIRS + 2 * (low % 100), 2);
+}
+
+char* writeDecimal(char* out, UInt64 value) {
+    constexpr UInt64 CHUNK = 100000000;
+    if (value < CHUNK) {
+        return std::to_chars(out, out + 8, static_cast<UInt32>(value)).ptr;
     }
+    if (value < CHUNK * CHUNK) {
+        out = std::to_chars(out, out + 8, static_cast<UInt32>(value / CHUNK)).ptr;
+    } else {
+        out = std::to_chars(out, out + 4, static_cast<UInt32>(value / (CHUNK * CHUNK))).ptr;
+        writeEightDigits(out, static_cast<UInt32>(value / CHUNK % CHUNK));
+        out += 8;
+    }
+    writeEightDigits(out, static_cast<UInt32>(value % CHUNK));
+    return out + 8;
+}
+
+template <typename T>
+kelString writeInteger(T value) {
+    char text[24];
+    char* out = text;
+    UInt64 magnitude = static_cast<UInt64>(value);
+    if constexpr (std::is_signed<T>::value) {
+        if (value < 0) {
+            *out++ = '-';
+            magnitude = 0u - magnitude;
+        }
+    }
+    char* const end = writeDecimal(out, magnitude);
+    return internal::kelStringAccess::fromKnownLength(text, static_cast<UInt32>(end - text));
+}
+
+// A default stream writes a floating value (a float widened to double) as printf's "%.6g";
+// to_chars with the general format and precision 6 follows the same rules, for subnormals and
+// infinities too. A NaN takes the stream itself: the Windows runtime writes a negative one as
+// "nan" where to_chars writes "-nan".
+kelString writeFloating(double value) {
+    if (std::isnan(value)) {
+        return streamWrite(value);
+    }
+    char text[32];
+    char* const end =
+        std::to_chars(text, text + sizeof text, value, std::chars_format::general, 6).ptr;
+    return internal::kelStringAccess::fromKnownLength(text, static_cast<UInt32>(end - text));
+}
+
+// The general path of text to number: stream extraction in the classic locale, with 0 for text
+// that holds no number or one that does not fit T.
+template <typename T>
+T streamRead(char const* text) {
     std::istringstream in(text);
     in.imbue(std::locale::classic());
     T value = T();
     if (!(in >> value)) {
+        return T();
+    }
+    return value;
+}
+
+// What the extraction skips before a number: the blanks of the classic locale.
+bool isBlank(char c) {
+    return c == ' ' || (c >= '\t' && c <= '\r');
+}
+
+bool isDigit(char c) {
+    return c >= '0' && c <= '9';
+}
+
+// Longest digit run read directly: its value cannot overflow 64 bits. Longer runs (leading
+// zeros included) take the general path.
+constexpr int FAST_DIGITS = 18;
+
+// Text to integer. The extraction skips blanks, takes one optional sign and then decimal
+// digits up to the first other character; no digit, or a magnitude beyond the width read
+// (for an unsigned type a minus wraps a magnitude up to its maximum), fails and gives 0. This
+// reads the common shapes the same way and leaves long digit runs to the stream.
+template <typename T>
+T readInteger(char const* text) {
+    if (text == nullptr) {
+        return T();
+    }
+    char const* p = text;
+    while (isBlank(*p)) {
+        ++p;
+    }
+    bool const negative = *p == '-';
+    if (*p == '-' || *p == '+') {
+        ++p;
+    }
+    UInt64 magnitude = 0;
+    int digits = 0;
+    for (; isDigit(*p); ++p) {
+        if (++digits > FAST_DIGITS) {
+            return streamRead<T>(text);
+        }
+        magnitude = magnitude * 10 + static_cast<UInt64>(*p - '0');
+    }
+    if (digits == 0) {
+        return T();
+    }
+    if constexpr (std::is_unsigned<T>::value) {
+        if (magnitude > static_cast<UInt64>(std::numeric_limits<T>::max())) {
+            return T();
+        }
+        return negative ? static_cast<T>(0u - magnitude) : static_cast<T>(magnitude);
+    }
+    UInt64 const limit = static_cast<UInt64>(std::numeric_limits<T>::max()) + (negative ? 1u : 0u);
+    if (magnitude > limit) {
+        return T();
+    }
+    // Two's complement wrap of the negated magnitude: also right for the type's minimum.
+    return negative ? static_cast<T>(0u - magnitude) : static_cast<T>(magnitude);
+}
+
+// Largest written exponent read directly: with at most 19 digits the value then stays well
+// inside the normal range of the type.
+constexpr int FLOAT32_FAST_EXPONENT = 18;
+constexpr int FLOAT64_FAST_EXPONENT = 250;
+
+// Text to floating point. The extraction takes the longest prefix of the form
+// [sign] digits [. digits] [e|E [sign] digits] (with at least one digit before the exponent
+// mark) and converts it whole: a prefix the conversion does not take completely, such as "1e"
+// or ".", fails and gives 0, as does a value beyond the type's range. from_chars rounds as the
+// C library's conversion does; a prefix with many digits or a large exponent, where range and
+// subnormal results come in, takes the general path.
+template <typename T>
+T readFloating(char const* text, int maxExponent) {
+    if (text == nullptr) {
+        return T();
+    }
+    char const* p = text;
+    while (isBlank(*p)) {
+        ++p;
+    }
+    char const* const start = *p == '+' ? p + 1 : p;
+    if (*p == '-' || *p == '+') {
+        ++p;
+    }
+    int digits = 0;
+    bool mantissa = false;
+    for (bool point = false;; ++p) {
+        if (isDigit(*p)) {
+            mantissa = true;
+            ++digits;
+        } else if (*p == '.' && !point) {
+            point = true;
+        } else {
+            break;
+        }
+    }
+    if (mantissa && (*p == 'e' || *p == 'E')) {
+        char const* q = p + 1;
+        if (*q == '-' || *q == '+') {
+            ++q;
+        }
+        int exponent = 0;
+        for (; isDigit(*q); ++q) {
+            if (exponent > maxExponent) {
+                return streamRead<T>(text);
+            }
+            exponent = exponent * 10 + (*q - '0');
+        }
+        if (exponent > maxExponent) {
+            return streamRead<T>(text);
+        }
+        p = q;
+    }
+    if (digits > FAST_DIGITS + 1) {
+        return streamRead<T>(text);
+    }
+    T value = T();
+    std::from_chars_result const read = std::from_chars(start, p, value);
+    if (read.ec != std::errc() || read.ptr != p) {
         return T();
     }
     return value;
@@ -77,10 +262,6 @@ constexpr std::array<bool, 256> makePrintableTable() {
 
 constexpr std::array<bool, 256> PRINTABLE = makePrintableTable();
 
-bool isDigit(char c) {
-    return c >= '0' && c <= '9';
-}
-
 bool isLetter(char c) {
     return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
 }
@@ -90,78 +271,78 @@ bool isLetter(char c) {
 kelStringConverter::~kelStringConverter() = default;
 
 kelString kelStringConverter::toString(unsigned char value) {
-    return writeNumber(static_cast<unsigned int>(value));
+    return writeInteger(static_cast<unsigned int>(value));
 }
 kelString kelStringConverter::toString(char value) {
-    return writeNumber(static_cast<int>(static_cast<signed char>(value)));
+    return writeInteger(static_cast<int>(static_cast<signed char>(value)));
 }
 kelString kelStringConverter::toString(unsigned short value) {
-    return writeNumber(value);
+    return writeInteger(value);
 }
 kelString kelStringConverter::toString(short value) {
-    return writeNumber(value);
+    return writeInteger(value);
 }
 kelString kelStringConverter::toString(unsigned int value) {
-    return writeNumber(value);
+    return writeInteger(value);
 }
 kelString kelStringConverter::toString(int value) {
-    return writeNumber(value);
+    return writeInteger(value);
 }
 kelString kelStringConverter::toString(unsigned long value) {
-    return writeNumber(value);
+    return writeInteger(value);
 }
 kelString kelStringConverter::toString(long value) {
-    return writeNumber(value);
+    return writeInteger(value);
 }
 kelString kelStringConverter::toString(unsigned long long value) {
-    return writeNumber(value);
+    return writeInteger(value);
 }
 kelString kelStringConverter::toString(long long value) {
-    return writeNumber(value);
+    return writeInteger(value);
 }
 kelString kelStringConverter::toString(float value) {
-    return writeNumber(value);
+    return writeFloating(value);
 }
 kelString kelStringConverter::toString(double value) {
-    return writeNumber(value);
+    return writeFloating(value);
 }
 
 // The 8-bit forms read 16 bits and keep the low byte.
 UInt8 kelStringConverter::toUInt8(char const* text) {
-    return static_cast<UInt8>(readNumber<unsigned short>(text));
+    return static_cast<UInt8>(readInteger<unsigned short>(text));
 }
 SInt8 kelStringConverter::toSInt8(char const* text) {
-    return static_cast<SInt8>(static_cast<UInt8>(readNumber<short>(text)));
+    return static_cast<SInt8>(static_cast<UInt8>(readInteger<short>(text)));
 }
 UInt16 kelStringConverter::toUInt16(char const* text) {
-    return readNumber<UInt16>(text);
+    return readInteger<UInt16>(text);
 }
 SInt16 kelStringConverter::toSInt16(char const* text) {
-    return readNumber<SInt16>(text);
+    return readInteger<SInt16>(text);
 }
 UInt32 kelStringConverter::toUInt32(char const* text) {
-    return readNumber<UInt32>(text);
+    return readInteger<UInt32>(text);
 }
 SInt32 kelStringConverter::toSInt32(char const* text) {
-    return readNumber<SInt32>(text);
+    return readInteger<SInt32>(text);
 }
 UInt64 kelStringConverter::toUInt64(char const* text) {
-    return readNumber<UInt64>(text);
+    return readInteger<UInt64>(text);
 }
 SInt64 kelStringConverter::toSInt64(char const* text) {
-    return readNumber<SInt64>(text);
+    return readInteger<SInt64>(text);
 }
 Float32 kelStringConverter::toFloat32(char const* text) {
-    return readNumber<Float32>(text);
+    return readFloating<Float32>(text, FLOAT32_FAST_EXPONENT);
 }
 Float64 kelStringConverter::toFloat64(char const* text) {
-    return readNumber<Float64>(text);
+    return readFloating<Float64>(text, FLOAT64_FAST_EXPONENT);
 }
 unsigned int kelStringConverter::toUnsignedInt(char const* text) {
-    return readNumber<unsigned int>(text);
+    return readInteger<unsigned int>(text);
 }
 int kelStringConverter::toInt(char const* text) {
-    return readNumber<int>(text);
+    return readInteger<int>(text);
 }
 UInt32 kelStringConverter::toUnsignedLong(char const* text) {
     return toUInt32(text);

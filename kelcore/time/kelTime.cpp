@@ -19,6 +19,73 @@ bool readLocal(kelTime const& time, std::tm& local) {
     return platform::toLocalCalendar(time.getRawTime(), local);
 }
 
+// The calendar fields that the getters, getAll(), isLeapYear() and toString() give.
+struct LocalFields {
+    UInt16 year;
+    UInt8 month;
+    UInt8 day;
+    UInt8 hour;
+    UInt8 minute;
+    UInt8 second;
+    UInt8 weekDay;
+    UInt16 yearDay;
+};
+
+// The last conversions of this thread, so that the getters that follow one another on the same
+// instant convert once. An entry is used only for the same raw time under the same zone stamp.
+// Each thread has its own entries: nothing is shared, nothing is locked.
+struct CalendarEntry {
+    bool used;
+    UInt64 raw;
+    platform::ZoneStamp zone;
+    LocalFields fields;
+};
+
+constexpr unsigned CALENDAR_ENTRIES = 4;
+thread_local CalendarEntry calendarCache[CALENDAR_ENTRIES];
+
+CalendarEntry& calendarEntryOf(UInt64 raw) {
+    return calendarCache[static_cast<unsigned>((raw * 0x9E3779B97F4A7C15ull) >> 32) %
+                         CALENDAR_ENTRIES];
+}
+
+bool sameZone(platform::ZoneStamp const& a, platform::ZoneStamp const& b) {
+    return a.words[0] == b.words[0] && a.words[1] == b.words[1] && a.words[2] == b.words[2] &&
+           a.words[3] == b.words[3];
+}
+
+// The fields of the time's calendar, from the cache or from one conversion. A conversion is
+// kept only when the zone stamp is the same after it as before, so that it was made under the
+// zone the stamp names.
+bool readFields(kelTime const& time, LocalFields& fields) {
+    UInt64 const raw = time.getRawTime();
+    platform::ZoneStamp const zone = platform::currentZoneStamp();
+    CalendarEntry& entry = calendarEntryOf(raw);
+    if (entry.used && entry.raw == raw && sameZone(entry.zone, zone)) {
+        fields = entry.fields;
+        return true;
+    }
+    std::tm local;
+    if (!platform::toLocalCalendar(raw, local)) {
+        return false;
+    }
+    fields.year = static_cast<UInt16>(local.tm_year + 1900);
+    fields.month = static_cast<UInt8>(local.tm_mon + 1);
+    fields.day = static_cast<UInt8>(local.tm_mday);
+    fields.hour = static_cast<UInt8>(local.tm_hour);
+    fields.minute = static_cast<UInt8>(local.tm_min);
+    fields.second = static_cast<UInt8>(local.tm_sec);
+    fields.weekDay = static_cast<UInt8>(local.tm_wday + 1);
+    fields.yearDay = static_cast<UInt16>(local.tm_yday + 1);
+    if (sameZone(zone, platform::currentZoneStamp())) {
+        entry.used = true;
+        entry.raw = raw;
+        entry.zone = zone;
+        entry.fields = fields;
+    }
+    return true;
+}
+
 // Converts the edited fields back and stores the result; a refused conversion changes nothing.
 void writeLocal(kelTime& time, std::tm& local) {
     local.tm_isdst = -1;
@@ -57,45 +124,46 @@ void kelTime::setRawTime(UInt64 const& rawTime) {
 }
 
 UInt16 kelTime::getYear() const {
-    std::tm local;
-    return readLocal(*this, local) ? static_cast<UInt16>(local.tm_year + 1900) : 0;
+    LocalFields fields;
+    return readFields(*this, fields) ? fields.year : 0;
 }
 
 UInt8 kelTime::getMonth() const {
-    std::tm local;
-    return readLocal(*this, local) ? static_cast<UInt8>(local.tm_mon + 1) : 0;
+    LocalFields fields;
+    return readFields(*this, fields) ? fields.month : 0;
 }
 
 UInt8 kelTime::getDay() const {
-    std::tm local;
-    return readLocal(*this, local) ? static_cast<UInt8>(local.tm_mday) : 0;
+    LocalFields fields;
+    return readFields(*this, fields) ? fields.day : 0;
 }
 
 UInt8 kelTime::getHour() const {
-    std::tm local;
-    return readLocal(*this, local) ? static_cast<UInt8>(local.tm_hour) : 0;
+    LocalFields fields;
+    return readFields(*this, fields) ? fields.hour : 0;
 }
 
 UInt8 kelTime::getMinute() const {
-    std::tm local;
-    return readLocal(*this, local) ? static_cast<UInt8>(local.tm_min) : 0;
+    LocalFields fields;
+    return readFields(*this, fields) ? fields.minute : 0;
 }
 
 UInt8 kelTime::getSecond() const {
-    std::tm local;
-    return readLocal(*this, local) ? static_cast<UInt8>(local.tm_sec) : 0;
+    LocalFields fields;
+    return readFields(*this, fields) ? fields.second : 0;
 }
 
 UInt8 kelTime::getWeekDay() const {
-    std::tm local;
-    return readLocal(*this, local) ? static_cast<UInt8>(local.tm_wday + 1) : 0;
+    LocalFields fields;
+    return readFields(*this, fields) ? fields.weekDay : 0;
 }
 
 UInt16 kelTime::getYearDay() const {
-    std::tm local;
-    return readLocal(*this, local) ? static_cast<UInt16>(local.tm_yday + 1) : 0;
+    LocalFields fields;
+    return readFields(*this, fields) ? fields.yearDay : 0;
 }
 
+// One conversion for the whole record, past the cache: it has every field at once.
 kelTime::TIME_DATA kelTime::getAll() const {
     TIME_DATA data = {};
     std::tm local;
@@ -253,22 +321,22 @@ bool kelTime::isValid() const {
 }
 
 bool kelTime::isLeapYear() const {
-    std::tm local;
-    if (!readLocal(*this, local)) {
+    LocalFields fields;
+    if (!readFields(*this, fields)) {
         return false;
     }
-    int const year = local.tm_year + 1900;
+    int const year = fields.year;
     return (year % 4 == 0 && year % 100 != 0) || year % 400 == 0;
 }
 
 kelString kelTime::toString() const {
-    std::tm local;
-    if (!readLocal(*this, local)) {
+    LocalFields fields;
+    if (!readFields(*this, fields)) {
         return kelString();
     }
     char text[64];
-    std::snprintf(text, sizeof(text), "%04d/%02d/%02d %02d:%02d:%02d", local.tm_year + 1900,
-                  local.tm_mon + 1, local.tm_mday, local.tm_hour, local.tm_min, local.tm_sec);
+    std::snprintf(text, sizeof(text), "%04d/%02d/%02d %02d:%02d:%02d", fields.year, fields.month,
+                  fields.day, fields.hour, fields.minute, fields.second);
     return kelString(text);
 }
 

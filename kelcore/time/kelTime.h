@@ -12,9 +12,11 @@ namespace KELKIT {
 // An instant: seconds since 1970/01/01 00:00:00 UTC, read and written as calendar fields in the
 // machine's local time (daylight saving applied).
 //
-// Only the raw seconds are stored. Every calendar read converts getRawTime() afresh, so a
-// subclass that overrides it changes all of them; code that wants several fields calls getAll()
-// and pays for one conversion.
+// Only the raw seconds are stored. Every calendar read goes by getRawTime(), so a subclass that
+// overrides it changes all of them. The library keeps the calendar of the instants read last,
+// for all objects and threads, under the process's zone as the C runtime reports it: reading
+// several fields of one instant converts once, and a change of the zone (TZ and tzset) is seen
+// by the next read.
 //
 // The conversion covers raw times 0 (1970/01/01 00:00:00 UTC) to 32535215999
 // (3000/12/31 23:59:59 UTC), on every platform. A raw time above that (set through setRawTime,

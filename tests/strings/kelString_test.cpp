@@ -211,3 +211,34 @@ TEST(kelString, StaticHelpers) {
     EXPECT_STREQ("ab", kelString::extractString("ab\0cd", 5).c_str());
     EXPECT_TRUE(kelString::extractString(nullptr, 5).empty());
 }
+
+// Each character form against the text form with its one-character text, for every byte value
+// on texts of any bytes, 0 included (kept by +=; a copy would cut the text at the first 0).
+TEST(kelString, CharacterFormsActAsTheirOneCharacterText) {
+    std::mt19937 rng(31);
+    auto const bytesOf = [](kelString const& s) { return std::string(&s[0], s.size()); };
+    for (int round = 0; round < 400; ++round) {
+        std::string const bytes = randomText(rng, "ab\x01\xFF", 6) + char(0) + char(rng());
+        for (int b = 0; b < 256; ++b) {
+            char const c = char(b), text[2] = {c, '\0'}, to = char(rng() % 4 ? rng() : 0);
+            char const toText[2] = {to, '\0'};
+            UInt32 const at = rng() % 10;
+            kelString byChar, byText;
+            for (char byte : bytes.substr(rng() % bytes.size())) {
+                byChar += byte;
+                byText += byte;
+            }
+            byChar.append(c);
+            byText.append(text);
+            byChar.insert(at, c);
+            byText.insert(at, text);
+            ASSERT_EQ(byText.replace(text, toText), byChar.replace(c, to));
+            ASSERT_EQ(bytesOf(byText), bytesOf(byChar));
+            UInt32 posChar = 99, posText = 99;
+            ASSERT_EQ(byText.find(text, at, posText), byChar.find(c, at, posChar));
+            ASSERT_EQ(posText, posChar);
+            ASSERT_EQ((byText < text) * 2 + (byText == text), (byText < c) * 2 + (byText == c));
+            ASSERT_EQ((byText > text) * 2 + (byText <= text), (byText > c) * 2 + (byText <= c));
+        }
+    }
+}

@@ -7,6 +7,7 @@
 #include <cstdio>
 #include <random>
 #include <set>
+#include <string>
 #include <vector>
 
 using namespace KELKIT;
@@ -141,3 +142,45 @@ TEST_P(kelTimeZones, KnownInstantsAroundTheChangesAndExactDays) {
 
 INSTANTIATE_TEST_SUITE_P(Zones, kelTimeZones, testing::ValuesIn(ZONES),
                          [](testing::TestParamInfo<Zone> const& info) { return info.param.tag; });
+
+namespace {
+
+// An instant that a subclass moves: the calendar follows getRawTime(), not the stored value.
+struct MovedTime : kelTime {
+    explicit MovedTime(UInt64 raw) : kelTime(raw) {}
+    UInt64 getRawTime() const override { return kelTime::getRawTime() + shift; }
+    UInt64 shift = 0;
+};
+
+} // namespace
+
+// Reads of interleaved objects and instants, repeated and not, against a fresh conversion of the
+// C library: nothing kept of earlier reads may show. Where the runtime lets the zone change
+// (POSIX), it changes between reads of the same instants.
+TEST(kelTimeKeptCalendar, ReadsMatchAFreshConversionAcrossObjectsAndZones) {
+    std::string const start = std::getenv("TZ") != nullptr ? std::getenv("TZ") : "UTC";
+    std::vector<char const*> zones;
+    for (char const* zone : {"UTC", "America/New_York", "Australia/Sydney", "Asia/Kolkata",
+                             "Europe/London", "America/St_Johns", start.c_str()}) {
+        if (kelTest::useZone(zone)) {
+            zones.push_back(zone);
+        }
+    }
+    std::mt19937_64 rng(29);
+    UInt64 const last = 32535215999ull;
+    std::vector<MovedTime> times(6, MovedTime(rng() % (last + 1)));
+    for (int step = 0, at = 0; step < 60000; ++step) {
+        ASSERT_TRUE(step % 50 != 0 || kelTest::useZone(zones[rng() % zones.size()]));
+        at = rng() % 2 == 0 ? at : int(rng() % times.size()); // often the same object
+        MovedTime& t = times[at];
+        if (rng() % 10 == 0) {
+            t.setRawTime(rng() % 4 == 0 ? last + 1 : rng() % (last + 1)); // beyond: no calendar
+            t.shift = rng() % 3;
+        }
+        std::tm expected = {};
+        bool const has = t.getRawTime() <= last && kelTest::localOracle(t.getRawTime(), expected);
+        std::vector<int> const want = has ? fieldsOf(expected) : std::vector<int>(8, 0);
+        ASSERT_EQ(want, getters(t)) << t.getRawTime();
+    }
+    ASSERT_TRUE(kelTest::useZone(start.c_str()));
+}

@@ -1,5 +1,6 @@
 #include <kelcore/platform/kelCalendar.h>
 
+#include <cstdint>
 #include <time.h>
 
 namespace KELKIT {
@@ -8,6 +9,17 @@ namespace platform {
 UInt64 currentTime() {
     time_t const now = ::time(nullptr);
     return now < 0 ? 0 : static_cast<UInt64>(now);
+}
+
+// glibc keeps the names in a table of its own, one copy of each text, so equal pointers are equal
+// names.
+ZoneStamp currentZoneStamp() {
+    ZoneStamp stamp = {};
+    stamp.words[0] = reinterpret_cast<std::uintptr_t>(tzname[0]);
+    stamp.words[1] = reinterpret_cast<std::uintptr_t>(tzname[1]);
+    stamp.words[2] = static_cast<UInt64>(timezone);
+    stamp.words[3] = static_cast<UInt64>(daylight);
+    return stamp;
 }
 
 bool toLocalCalendar(UInt64 raw, std::tm& local) {

@@ -10,6 +10,29 @@ UInt64 currentTime() {
     return now < 0 ? 0 : static_cast<UInt64>(now);
 }
 
+namespace {
+
+// FNV-1a: the runtime rewrites its name buffers in place, so the stamp holds their contents.
+UInt64 textStamp(char const* text) {
+    UInt64 hash = 14695981039346656037ull;
+    for (; text != nullptr && *text != '\0'; ++text) {
+        hash = (hash ^ static_cast<unsigned char>(*text)) * 1099511628211ull;
+    }
+    return hash;
+}
+
+} // namespace
+
+ZoneStamp currentZoneStamp() {
+    ZoneStamp stamp = {};
+    stamp.words[0] =
+        static_cast<UInt32>(_timezone) | static_cast<UInt64>(static_cast<UInt32>(_dstbias)) << 32;
+    stamp.words[1] = static_cast<UInt64>(_daylight);
+    stamp.words[2] = textStamp(_tzname[0]);
+    stamp.words[3] = textStamp(_tzname[1]);
+    return stamp;
+}
+
 bool toLocalCalendar(UInt64 raw, std::tm& local) {
     // The runtime reads a few hours beyond the span (its own limit is set for the zone furthest
     // west); the library keeps to one span on every platform.
