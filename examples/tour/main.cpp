@@ -1,16 +1,114 @@
-// A short walk through kelcore: each section shows one subsystem at work.
+// tour: a walk through kelcore, one section per subsystem. Each section is a short piece of
+// ordinary library use that prints what the library gives back. The sections live in the
+// other files of this folder; this one picks them by name and runs them.
 
-#include <kelcore/kelcore.h>
+#include "tour.h"
 
-#include <atomic>
 #include <cstdio>
+#include <cstring>
+#include <exception>
+#include <string>
+#include <vector>
 
-using namespace KELKIT;
+#if defined(_WIN32)
+#include <process.h>
+#else
+#include <unistd.h>
+#endif
+
+namespace tour {
 
 namespace {
 
-void section(char const* title) {
-    std::printf("\n== %s ==\n", title);
+struct Section {
+    char const* name;
+    // The heading; --list shows it with the name, before the colon of the summary.
+    char const* title;
+    char const* summary;
+    void (*run)();
+};
+
+Section const sections[] = {
+    {"text", "Text", "trimming, case, finding, replacing, hashes", text},
+    {"encodings", "Text encodings", "UTF-8 and Latin-1, UTF-16, XML escaping", encodings},
+    {"conversions", "Conversions", "numbers to text and back", conversions},
+    {"serialization", "Serialization round trip", "values to bytes and back", serialization},
+    {"failure", "Failure", "a hostile length field meets a kelException", failure},
+    {"streams", "Streams and dumpers", "raw bytes through memory, files and streams", streams},
+    {"bits", "Bits and packers", "bit fields packed into bytes and read back", bits},
+    {"identities", "Enumerations and identity values", "months, versions, identifiers", identities},
+    {"variant", "Variant", "one value read as many types", variant},
+    {"nodes", "Node trees and menus", "sorting and searching a tree, numbering a menu", nodes},
+    {"schedules", "Schedules", "a monthly schedule and the dates it matches", schedules},
+    {"locks", "Locks", "a re-entrant lock and a named mutex", locks},
+    {"threads", "Threads, events and heartbeats", "an event thread and the event bus",
+     threadsAndEvents},
+    {"tasks", "Tasks and the state machine", "progress records and guarded state changes", tasks},
+    {"shared-memory", "Shared memory", "two connections to one named block", sharedMemory},
+    {"files", "Files and folders", "create, list, copy with progress events, delete", files},
+    {"renamer", "Renamer", "previews of a pattern rename and a wildcard replace", renamer},
+    {"environment", "Environment and system", "variables, separators, known folders, drives",
+     environment},
+    {"logging", "Logging", "a file logger and the file it wrote", logging},
+};
+
+char const* const usageText = R"(Usage: tour [SECTION...]
+       tour --list | --help
+
+Runs a walk through the kelcore library: each section uses one part of it and prints what the
+library gives back. Without SECTION every section runs, in the order of --list; otherwise
+the sections named, in the order given.
+
+  --list   Show the sections, one line each.
+  --help   Show this text.
+
+A section whose operations fail says so in one line on standard error; the others still run.
+Whatever the sections create (a scratch folder kelcore-tour-<pid> in the temporary folder that
+TEMP names, else TMPDIR or /tmp; a named mutex; a shared memory block) is gone when the tour ends.
+Exit status: 0 every section worked, 1 a section failed or its scratch folder stayed,
+2 wrong arguments.
+)";
+
+Section const* findSection(std::string const& name) {
+    for (Section const& section : sections) {
+        if (name == section.name) {
+            return &section;
+        }
+    }
+    return nullptr;
+}
+
+kelString& scratchRoot() {
+    static kelString root;
+    return root;
+}
+
+// Runs one section; false when it failed, after one line on stderr saying why.
+bool runSection(Section const& section) {
+    std::printf("\n== %s ==\n", section.title);
+    std::string why;
+    try {
+        section.run();
+        return true;
+    } catch (SectionFailed const& failed) {
+        why = failed.what;
+    } catch (kelException const& e) {
+        // Deliberately not a std::exception.
+        why = std::string("kelException: ") + e.getDescription();
+    } catch (std::exception const& e) {
+        why = e.what();
+    }
+    std::fflush(stdout);
+    std::fprintf(stderr, "tour: section %s failed: %s\n", section.name, why.c_str());
+    return false;
+}
+
+} // namespace
+
+void require(bool ok, char const* what) {
+    if (!ok) {
+        throw SectionFailed{what};
+    }
 }
 
 void hexDump(UInt8 const* bytes, UInt32 size) {
@@ -19,216 +117,109 @@ void hexDump(UInt8 const* bytes, UInt32 size) {
     }
 }
 
-void text() {
-    section("Text");
-    kelString greeting("  hello, kelcore  ");
-    std::printf("original:        [%s]\n", greeting.c_str());
-    greeting.trim();
-    std::printf("trimmed:         [%s]\n", greeting.c_str());
-    greeting.makeUpper();
-    std::printf("upper case:      [%s]\n", greeting.c_str());
-    UInt32 pos = 0;
-    if (greeting.find("KEL", pos)) {
-        std::printf("found KEL at:    %u\n", static_cast<unsigned>(pos));
+char const* yesNo(bool value) {
+    return value ? "yes" : "no";
+}
+
+unsigned long long processId() {
+#if defined(_WIN32)
+    return static_cast<unsigned long long>(_getpid());
+#else
+    return static_cast<unsigned long long>(getpid());
+#endif
+}
+
+kelString scratchFolder(char const* name) {
+    kelString& root = scratchRoot();
+    if (root.empty()) {
+        // TEMP names the temporary folder on Windows; elsewhere it is usually unset.
+        kelString temp = kelSystem::getTempFolder();
+        if (temp.empty() && !kelEnv::getEnvVar("TMPDIR", temp)) {
+            temp = "\\tmp";
+        }
+        temp.replace("/", "\\"); // the library's paths use backslashes everywhere
+        root =
+            kelFiles::concat(temp.c_str(), ("kelcore-tour-" + std::to_string(processId())).c_str());
     }
-    UInt32 count = greeting.replace("L", "l");
-    std::printf("replaced %u L:    [%s]\n", static_cast<unsigned>(count), greeting.c_str());
-    std::printf("last 7:          [%s]\n", greeting.subStringRight(7).c_str());
-    std::printf("hash of abc:     %u (same as cba: %u)\n",
-                static_cast<unsigned>(kelString("abc").getHashCode()),
-                static_cast<unsigned>(kelString("cba").getHashCode()));
+    // Fresh each time, so that a section named twice starts over.
+    kelString const folder = kelFiles::concat(root.c_str(), name);
+    require(kelFiles::deleteFolder(folder.c_str()) && kelFiles::createFolder(folder.c_str()),
+            "could not make a fresh scratch folder");
+    return folder;
 }
 
-void serialization() {
-    section("Serialization round trip");
-    kelBinarySerializer out;
-    out.serialize(static_cast<UInt32>(2026));
-    out.serialize(static_cast<SInt16>(-2));
-    out.serialize(1.0f);
-    kelString("kelcore").serializeTo(out);
-    std::printf("wrote UInt32 2026, SInt16 -2, Float32 1.0 and the text \"kelcore\": %u bytes\n",
-                static_cast<unsigned>(out.getSize()));
-    hexDump(out.getBufferC(), out.getSize());
-
-    kelBinarySerializer in;
-    in.loadData(out.getBufferC(), out.getSize());
-    UInt32 year = 0;
-    SInt16 minusTwo = 0;
-    Float32 one = 0;
-    kelString name;
-    in.deserialize(year);
-    in.deserialize(minusTwo);
-    in.deserialize(one);
-    name.deserializeFrom(in);
-    std::printf("read back: %u, %d, %.1f, \"%s\"\n", static_cast<unsigned>(year), minusTwo,
-                static_cast<double>(one), name.c_str());
-}
-
-void failure() {
-    section("Failure");
-    UInt8 block[10] = {0xFF, 0xFF, 0xFF, 0xFF};
-    kelMemorySerializer hostile(block, sizeof block);
-    kelString victim("untouched");
-    std::printf("reading a text whose length field says 4294967295 from a 10-byte block...\n");
-    try {
-        victim.deserializeFrom(hostile);
-    } catch (kelException const& e) {
-        std::printf("caught kelException: \"%s\" (%s, line %u)\n", e.getDescription(),
-                    e.getSourceFile(), static_cast<unsigned>(e.getLineNumber()));
+bool removeScratchFolders() {
+    kelString const& root = scratchRoot();
+    if (root.empty()) {
+        return true;
     }
-    std::printf("the text is still [%s]\n", victim.c_str());
-}
-
-void conversions() {
-    section("Conversions");
-    std::printf("toString(3.14159265):  %s (six significant digits)\n",
-                kelStringConverter::toString(3.14159265).c_str());
-    std::printf("toUInt32(\"42abc\"):     %u (the leading number counts)\n",
-                static_cast<unsigned>(kelStringConverter::toUInt32("42abc")));
-    std::printf("toHex(UInt16 0xBEEF):  %s\n",
-                kelStringConverter::toHex(static_cast<UInt16>(0xBEEF)).c_str());
-}
-
-void identities() {
-    section("Enumerations and identity values");
-    kelMonth month(kelMonth::December);
-    month.next();
-    std::printf("the month after December: %s\n", month.toString());
-    ScheduleType type;
-    type = "Montly";
-    std::printf("ScheduleType \"Montly\" has the value %d\n", type.getValue());
-    kelVersion version(2, 0, 0, 437);
-    std::printf("version %s; with Trim, 2.1.0.0 prints as %s\n", version.toString().c_str(),
-                kelVersion(2, 1, 0, 0).toString().c_str());
-    kelGuid guid;
-    std::printf("a fresh identifier: %s\n", guid.toString().c_str());
-    std::printf("sequence numbers: %llu, %llu\n", kelNumbers::getInstance().getNextSequenceNumber(),
-                kelNumbers::getInstance().getNextSequenceNumber());
-}
-
-void locks() {
-    section("Locks");
-    kelCriticalSection lock;
-    lock.enter();
-    lock.enter(); // re-entrant: the holder may enter again
-    lock.leave();
-    lock.leave();
-    std::printf("entered a critical section twice and left it twice\n");
-    std::printf("named mutex \"kelcore-tour\" exists before: %s\n",
-                kelMutex::exist("kelcore-tour") ? "yes" : "no");
-    {
-        kelMutex named("kelcore-tour");
-        named.reserve();
-        std::printf("while one object holds it, it exists: %s\n",
-                    kelMutex::exist("kelcore-tour") ? "yes" : "no");
-        named.release();
-    }
-    std::printf("after the last object went: %s\n", kelMutex::exist("kelcore-tour") ? "yes" : "no");
-}
-
-void variant() {
-    section("Variant");
-    kelVariant v(-1);
-    std::printf("SInt32 -1 read as UInt32: %u, as SInt8: %d, as bool: %s\n",
-                static_cast<unsigned>(v.getUInt32()), v.getSInt8(), v.getBool() ? "true" : "false");
-    v.setFloat64(1e30);
-    std::printf("Float64 1e30 read as SInt64: %s\n", kelVariant(v.getSInt64()).getString().c_str());
-    kelVariant flag("tRuE");
-    kelVariant when("2024/03/15 12:34:56");
-    std::printf("\"tRuE\" becomes format %s, a time text format %s, \"12\" format %s\n",
-                flag.getFormat().toString(), when.getFormat().toString(),
-                kelVariant("12").getFormat().toString());
-    kelVariant byte(UInt8(0));
-    std::printf("a UInt8 accepts \"12\": %s, \"300\": %s, \"012\": %s\n",
-                byte.accept("12") ? "yes" : "no", byte.accept("300") ? "yes" : "no",
-                byte.accept("012") ? "yes" : "no");
-    std::printf("UInt8 5 == \"5\": %s; Float64 0.0 == -0.0: %s\n",
-                kelVariant(UInt8(5)) == kelVariant("5") ? "yes" : "no",
-                kelVariant(0.0) == kelVariant(-0.0) ? "yes" : "no");
-    kelBinarySerializer out;
-    kelVariant(UInt16(258)).serializeTo(out);
-    std::printf("UInt16 258 serialized:\n");
-    hexDump(out.getBufferC(), out.getSize());
-}
-
-void schedules() {
-    section("Schedules");
-    kelTime start(0ull);
-    start.fromString("2024/01/31 09:30:00");
-    kelSchedule monthly;
-    monthly.setRepetitive(start, 1, RepetitiveType::Months);
-    std::printf("%s\n", monthly.toString().c_str());
-    std::printf("(no February 31st: the walk rolls into March and stays on the 2nd)\n");
-    for (char const* when : {"2024/02/29 09:30:00", "2024/03/02 09:30:00", "2024/04/02 09:30:20"}) {
-        kelTime t(0ull);
-        t.fromString(when);
-        std::printf("  matches %s: %s\n", when, monthly.matches(t) ? "yes" : "no");
-    }
-    kelSchedule read;
-    if (read.fromString("Montly on July,January 15th at 07:05")) {
-        std::printf("read back as:   %s\n", read.toString().c_str());
-    }
-}
-
-// Counts the heartbeats named "tour" that reach it through the event bus.
-class TourListener : public kelEventNotifier {
-public:
-    void onEvent(kelEvent* event) override {
-        if (event->getType() == kelEventTypes::HeartBeat &&
-            kelString(static_cast<kelHeartBeat*>(event)->getName()) == "tour") {
-            ++beats;
+    // Windows refuses to delete a read-only file, and a failed section may have left one.
+    kelListString items;
+    kelFileCriteriaDefault noDots;
+    kelFiles::getFiles(root.c_str(), items, true, true, &noDots);
+    for (UInt32 i = 0; i < items.size(); ++i) {
+        if (kelFiles::getItemAttributes(items[i].c_str())
+                .isFlagsEnabled(kelFileAttributes::ReadOnly)) {
+            kelFiles::setFileAttributes(items[i].c_str(), kelFileAttributes());
         }
     }
-    std::atomic<int> beats{0};
-};
-
-// Handles event 10 on its own thread.
-class TourWorker : public kelEventThread {
-public:
-    ~TourWorker() override { stopThread(); }
-    void onThreadEvent(UInt32 id) override {
-        std::printf("event thread handled event %u\n", static_cast<unsigned>(id));
-        handled = true;
+    if (!kelFiles::deleteFolder(root.c_str())) {
+        std::fprintf(stderr, "tour: could not remove %s\n", root.c_str());
+        return false;
     }
-    std::atomic<bool> handled{false};
-};
-
-void threadsAndEvents() {
-    section("Threads, events and heartbeats");
-    TourWorker worker;
-    worker.createEvent(10);
-    worker.startThread();
-    worker.triggerEvent(10);
-    while (!worker.handled) {
-        kelThread::sleep(1);
-    }
-    worker.stopThread();
-
-    TourListener listener;
-    kelEventPublisher::getInstance().registerNotifier(&listener);
-    kelHeartBeat* beat = kelScheduler::getInstance().createHeartBeat("tour", 200);
-    kelThread::sleep(1000);
-    kelScheduler::getInstance().deleteHeartBeat(beat);
-    kelEventPublisher::getInstance().unregisterNotifier(&listener);
-    std::printf("a 200 ms heartbeat beat %d times in one second\n", listener.beats.load());
-
-    kelCancelActionEvent cancel;
-    kelEventPublisher::getInstance().publishEvent(&cancel);
-    std::printf("nobody cancelled: %s\n", cancel.isCancel() ? "cancelled" : "not cancelled");
+    return true;
 }
 
-} // namespace
+char const* shortPath(char const* path) {
+    kelString const& root = scratchRoot();
+    if (!root.empty() && std::strncmp(path, root.c_str(), root.size()) == 0 &&
+        path[root.size()] == '\\') {
+        return path + root.size() + 1;
+    }
+    return path;
+}
 
-int main() {
+} // namespace tour
+
+int main(int argc, char** argv) {
+    using namespace tour;
+    // --help and --list win over anything else given with them.
+    for (int i = 1; i < argc; ++i) {
+        if (std::strcmp(argv[i], "--help") == 0 || std::strcmp(argv[i], "-h") == 0) {
+            std::fputs(usageText, stdout);
+            return 0;
+        }
+    }
+    for (int i = 1; i < argc; ++i) {
+        if (std::strcmp(argv[i], "--list") == 0) {
+            for (Section const& section : sections) {
+                std::printf("%-14s %s: %s\n", section.name, section.title, section.summary);
+            }
+            return 0;
+        }
+    }
+    std::vector<Section const*> chosen;
+    for (int i = 1; i < argc; ++i) {
+        Section const* section = findSection(argv[i]);
+        if (section == nullptr) {
+            bool const option = argv[i][0] == '-';
+            std::fprintf(stderr, "tour: unknown %s %s (see tour %s)\n",
+                         option ? "option" : "section", argv[i], option ? "--help" : "--list");
+            return 2;
+        }
+        chosen.push_back(section);
+    }
+    if (chosen.empty()) {
+        for (Section const& section : sections) {
+            chosen.push_back(&section);
+        }
+    }
+
     std::printf("kelcore tour\n");
-    text();
-    serialization();
-    failure();
-    conversions();
-    identities();
-    locks();
-    variant();
-    schedules();
-    threadsAndEvents();
-    return 0;
+    int failed = 0;
+    for (Section const* section : chosen) {
+        failed += runSection(*section) ? 0 : 1;
+    }
+    bool const removed = removeScratchFolders();
+    return failed > 0 || !removed ? 1 : 0;
 }
