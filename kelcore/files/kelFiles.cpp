@@ -152,6 +152,22 @@ void publish(kelEvent& event) {
     kelEventPublisher::getInstance().publishEvent(&event);
 }
 
+// A progress event goes out with each step below 1.0; the 1.0 goes out once, from
+// publishDone, when the work is really done.
+template <class Event>
+void publishProgress(Event& event, double progress) {
+    event.setProgress(progress);
+    if (progress < 1.0) {
+        publish(event);
+    }
+}
+
+template <class Event>
+void publishDone(Event& event) {
+    event.setProgress(1.0);
+    publish(event);
+}
+
 // Closes a handle on every way out, a notifier's exception included.
 struct HandleCloser {
     explicit HandleCloser(platform::FileHandle opened) : handle(opened) {}
@@ -251,8 +267,7 @@ bool copyOneFile(char const* source, char const* target, Items const& items) {
         }
         kelFileCopyEvent event(source, target, 0.0);
         publish(event);
-        event.setProgress(1.0);
-        publish(event);
+        publishDone(event);
         return true;
     }
     platform::FileHandle const input = items.openForReading(source);
@@ -286,12 +301,8 @@ bool copyOneFile(char const* source, char const* target, Items const& items) {
         bool const end = moved == 0;
         while (copied - reported >= kBlockSize || (end && reported < copied)) {
             reported = std::min<UInt64>(reported + kBlockSize, copied);
-            double const progress =
-                size == 0 ? 1.0 : std::min(1.0, static_cast<double>(reported) / size);
-            event.setProgress(progress);
-            if (progress < 1.0) {
-                publish(event);
-            }
+            publishProgress(event,
+                            size == 0 ? 1.0 : std::min(1.0, static_cast<double>(reported) / size));
         }
         if (end) {
             break;
@@ -301,8 +312,7 @@ bool copyOneFile(char const* source, char const* target, Items const& items) {
         return false; // the source shrank while it was copied
     }
     written.finished = true;
-    event.setProgress(1.0);
-    publish(event);
+    publishDone(event);
     return true;
 }
 
@@ -341,10 +351,7 @@ bool deleteOneFile(char const* path, bool overwrite, Items const& items) {
                     break;
                 }
                 written += put;
-                event.setProgress(static_cast<double>(written) / size);
-                if (event.getProgress() < 1.0) {
-                    publish(event);
-                }
+                publishProgress(event, static_cast<double>(written) / size);
                 timer.stopTimer();
                 if (timer.getTimer() - lastPoll > 1.0) {
                     lastPoll = timer.getTimer();
@@ -374,8 +381,7 @@ bool deleteOneFile(char const* path, bool overwrite, Items const& items) {
             }
         }
     }
-    event.setProgress(1.0);
-    publish(event);
+    publishDone(event);
     return removed || !items.isFile(path);
 }
 
@@ -889,20 +895,15 @@ bool kelFiles::deleteFolder(char const* path, bool overwrite) {
             if (!tree.removeFolder(item)) {
                 folderFailed = true;
             }
-            folder.setProgress(1.0);
-            publish(folder);
+            publishDone(folder);
         }
         ++done;
-        overall.setProgress(static_cast<double>(done) / total);
-        if (overall.getProgress() < 1.0) {
-            publish(overall);
-        }
+        publishProgress(overall, static_cast<double>(done) / total);
     }
     if (cancel.isCancel()) {
         return false;
     }
-    overall.setProgress(1.0);
-    publish(overall);
+    publishDone(overall);
     return !folderFailed || !folderExists(path);
 }
 
@@ -952,17 +953,12 @@ bool kelFiles::copyFolder(char const* source, char const* target) {
             if (ok) {
                 ok = found && createFolder(targetPath.c_str());
             }
-            folder.setProgress(1.0);
-            publish(folder);
+            publishDone(folder);
         }
         ++done;
-        overall.setProgress(static_cast<double>(done) / total);
-        if (overall.getProgress() < 1.0) {
-            publish(overall);
-        }
+        publishProgress(overall, static_cast<double>(done) / total);
     }
-    overall.setProgress(1.0);
-    publish(overall);
+    publishDone(overall);
     return ok;
 }
 
