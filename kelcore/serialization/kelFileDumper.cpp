@@ -13,14 +13,9 @@ kelFileDumper::kelFileDumper(char const* path) {
     }
 }
 
-kelFileDumper::kelFileDumper(kelFileDumper const& other)
-    : kelIDumper(other), mPath(other.mPath), mFile(other.mFile) {}
+kelFileDumper::kelFileDumper(kelFileDumper const&) = default;
 
-kelFileDumper& kelFileDumper::operator=(kelFileDumper const& other) {
-    mPath = other.mPath;
-    mFile = other.mFile; // the file shared before closes if this was its last share
-    return *this;
-}
+kelFileDumper& kelFileDumper::operator=(kelFileDumper const&) = default;
 
 kelFileDumper::~kelFileDumper() {
     closeFile();

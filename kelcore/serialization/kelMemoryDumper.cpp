@@ -8,13 +8,9 @@ namespace KELKIT {
 
 kelMemoryDumper::kelMemoryDumper() = default;
 
-kelMemoryDumper::kelMemoryDumper(kelMemoryDumper const& other)
-    : kelIDumper(other), mBuffer(other.mBuffer) {}
+kelMemoryDumper::kelMemoryDumper(kelMemoryDumper const&) = default;
 
-kelMemoryDumper& kelMemoryDumper::operator=(kelMemoryDumper const& other) {
-    mBuffer = other.mBuffer;
-    return *this;
-}
+kelMemoryDumper& kelMemoryDumper::operator=(kelMemoryDumper const&) = default;
 
 kelMemoryDumper::~kelMemoryDumper() = default;
 
