@@ -26,10 +26,8 @@ char const* kelFileDumper::getFilePath() const {
 }
 
 void kelFileDumper::closeFile() {
-    if (mFile != nullptr) {
-        std::fflush(mFile.get());
-        mFile.reset();
-    }
+    flushFile();
+    mFile.reset();
 }
 
 void kelFileDumper::flushFile() {
