@@ -51,6 +51,18 @@ std::string joined(std::string left, char const* right) {
     return left;
 }
 
+// The attributes that the native word and kelFileAttributes both carry, bit for flag.
+struct AttributeBit {
+    UInt32 word;
+    int flag;
+};
+constexpr AttributeBit kAttributeBits[] = {
+    {platform::kAttributeArchive, kelFileAttributes::Archive},
+    {platform::kAttributeHidden, kelFileAttributes::Hidden},
+    {platform::kAttributeReadOnly, kelFileAttributes::ReadOnly},
+    {platform::kAttributeSystem, kelFileAttributes::System},
+};
+
 // The native attribute word as kelFileAttributes; `name` decides CurrentFolder and
 // ParentFolder.
 kelFileAttributes attributesOf(char const* name, UInt32 word) {
@@ -65,17 +77,10 @@ kelFileAttributes attributesOf(char const* name, UInt32 word) {
     } else {
         flags |= kelFileAttributes::File;
     }
-    if ((word & platform::kAttributeArchive) != 0) {
-        flags |= kelFileAttributes::Archive;
-    }
-    if ((word & platform::kAttributeHidden) != 0) {
-        flags |= kelFileAttributes::Hidden;
-    }
-    if ((word & platform::kAttributeReadOnly) != 0) {
-        flags |= kelFileAttributes::ReadOnly;
-    }
-    if ((word & platform::kAttributeSystem) != 0) {
-        flags |= kelFileAttributes::System;
+    for (AttributeBit const& bit : kAttributeBits) {
+        if ((word & bit.word) != 0) {
+            flags |= bit.flag;
+        }
     }
     return kelFileAttributes(flags);
 }
@@ -432,17 +437,10 @@ kelFileAttributes kelFiles::getItemAttributes(char const* path) {
 
 bool kelFiles::setFileAttributes(char const* path, kelFileAttributes const& attributes) {
     UInt32 word = platform::kAttributeNormal;
-    if (attributes.isFlagsEnabled(kelFileAttributes::Archive)) {
-        word |= platform::kAttributeArchive;
-    }
-    if (attributes.isFlagsEnabled(kelFileAttributes::Hidden)) {
-        word |= platform::kAttributeHidden;
-    }
-    if (attributes.isFlagsEnabled(kelFileAttributes::ReadOnly)) {
-        word |= platform::kAttributeReadOnly;
-    }
-    if (attributes.isFlagsEnabled(kelFileAttributes::System)) {
-        word |= platform::kAttributeSystem;
+    for (AttributeBit const& bit : kAttributeBits) {
+        if (attributes.isFlagsEnabled(bit.flag)) {
+            word |= bit.word;
+        }
     }
     return platform::setItemAttributeWord(path, word);
 }
