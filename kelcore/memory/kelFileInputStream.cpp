@@ -60,8 +60,8 @@ UInt8 kelFileInputStream::read() {
 }
 
 UInt32 kelFileInputStream::skip(UInt32 size) {
-    // What size() counts is what lies before the measured end (a skip never wants more than
-    // 4294967295 of it); 0 there means closed, at or beyond that end, or lost.
+    // size() is what lies before the size measured at opening, held at 4294967295, which no
+    // skip exceeds; it is 0 when closed, at or past that size, or when the position is unknown.
     UInt32 const left = kelFileInputStream::size();
     if (left == 0) {
         return 0;
