@@ -6,13 +6,9 @@ namespace KELKIT {
 
 kelNodeTextFilter::kelNodeTextFilter(char const* text) : mText(text) {}
 
-kelNodeTextFilter::kelNodeTextFilter(kelNodeTextFilter const& other)
-    : kelNodeFilter(other), mText(other.mText) {}
+kelNodeTextFilter::kelNodeTextFilter(kelNodeTextFilter const&) = default;
 
-kelNodeTextFilter& kelNodeTextFilter::operator=(kelNodeTextFilter const& other) {
-    mText = other.mText;
-    return *this;
-}
+kelNodeTextFilter& kelNodeTextFilter::operator=(kelNodeTextFilter const&) = default;
 
 kelNodeTextFilter::~kelNodeTextFilter() = default;
 

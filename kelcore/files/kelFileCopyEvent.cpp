@@ -9,16 +9,9 @@ kelFileCopyEvent::kelFileCopyEvent() : mProgress(0.0) {}
 kelFileCopyEvent::kelFileCopyEvent(char const* sourcePath, char const* targetPath, double progress)
     : mSourcePath(sourcePath), mTargetPath(targetPath), mProgress(progress) {}
 
-kelFileCopyEvent::kelFileCopyEvent(kelFileCopyEvent const& other)
-    : kelEvent(other), mSourcePath(other.mSourcePath), mTargetPath(other.mTargetPath),
-      mProgress(other.mProgress) {}
+kelFileCopyEvent::kelFileCopyEvent(kelFileCopyEvent const&) = default;
 
-kelFileCopyEvent& kelFileCopyEvent::operator=(kelFileCopyEvent const& other) {
-    mSourcePath = other.mSourcePath;
-    mTargetPath = other.mTargetPath;
-    mProgress = other.mProgress;
-    return *this;
-}
+kelFileCopyEvent& kelFileCopyEvent::operator=(kelFileCopyEvent const&) = default;
 
 kelFileCopyEvent::~kelFileCopyEvent() = default;
 

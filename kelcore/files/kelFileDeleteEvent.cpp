@@ -9,14 +9,9 @@ kelFileDeleteEvent::kelFileDeleteEvent() : mProgress(0.0) {}
 kelFileDeleteEvent::kelFileDeleteEvent(char const* path, double progress)
     : mPath(path), mProgress(progress) {}
 
-kelFileDeleteEvent::kelFileDeleteEvent(kelFileDeleteEvent const& other)
-    : kelEvent(other), mPath(other.mPath), mProgress(other.mProgress) {}
+kelFileDeleteEvent::kelFileDeleteEvent(kelFileDeleteEvent const&) = default;
 
-kelFileDeleteEvent& kelFileDeleteEvent::operator=(kelFileDeleteEvent const& other) {
-    mPath = other.mPath;
-    mProgress = other.mProgress;
-    return *this;
-}
+kelFileDeleteEvent& kelFileDeleteEvent::operator=(kelFileDeleteEvent const&) = default;
 
 kelFileDeleteEvent::~kelFileDeleteEvent() = default;
 

@@ -6,12 +6,9 @@ kelFileItem::kelFileItem() {}
 
 kelFileItem::kelFileItem(char const* path) : mPath(path) {}
 
-kelFileItem::kelFileItem(kelFileItem const& other) : mPath(other.mPath) {}
+kelFileItem::kelFileItem(kelFileItem const&) = default;
 
-kelFileItem& kelFileItem::operator=(kelFileItem const& other) {
-    mPath = other.mPath;
-    return *this;
-}
+kelFileItem& kelFileItem::operator=(kelFileItem const&) = default;
 
 kelFileItem::~kelFileItem() {}
 

@@ -431,20 +431,9 @@ kelFileRenamer::IProgressNotifier::~IProgressNotifier() = default;
 
 kelFileRenamer::kelFileRenamer() : mMode(Mode::Replace), mCounter(0), mFrom(" "), mTo(" ") {}
 
-kelFileRenamer::kelFileRenamer(kelFileRenamer const& other)
-    : mFolder(other.mFolder), mFiles(other.mFiles), mMode(other.mMode), mPattern(other.mPattern),
-      mCounter(other.mCounter), mFrom(other.mFrom), mTo(other.mTo) {}
+kelFileRenamer::kelFileRenamer(kelFileRenamer const&) = default;
 
-kelFileRenamer& kelFileRenamer::operator=(kelFileRenamer const& other) {
-    mFolder = other.mFolder;
-    mFiles = other.mFiles;
-    mMode = other.mMode;
-    mPattern = other.mPattern;
-    mCounter = other.mCounter;
-    mFrom = other.mFrom;
-    mTo = other.mTo;
-    return *this;
-}
+kelFileRenamer& kelFileRenamer::operator=(kelFileRenamer const&) = default;
 
 kelFileRenamer::~kelFileRenamer() = default;
 

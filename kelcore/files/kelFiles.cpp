@@ -51,6 +51,18 @@ std::string joined(std::string left, char const* right) {
     return left;
 }
 
+// The attributes that the native word and kelFileAttributes both carry, bit for flag.
+struct AttributeBit {
+    UInt32 word;
+    int flag;
+};
+constexpr AttributeBit kAttributeBits[] = {
+    {platform::kAttributeArchive, kelFileAttributes::Archive},
+    {platform::kAttributeHidden, kelFileAttributes::Hidden},
+    {platform::kAttributeReadOnly, kelFileAttributes::ReadOnly},
+    {platform::kAttributeSystem, kelFileAttributes::System},
+};
+
 // The native attribute word as kelFileAttributes; `name` decides CurrentFolder and
 // ParentFolder.
 kelFileAttributes attributesOf(char const* name, UInt32 word) {
@@ -65,17 +77,10 @@ kelFileAttributes attributesOf(char const* name, UInt32 word) {
     } else {
         flags |= kelFileAttributes::File;
     }
-    if ((word & platform::kAttributeArchive) != 0) {
-        flags |= kelFileAttributes::Archive;
-    }
-    if ((word & platform::kAttributeHidden) != 0) {
-        flags |= kelFileAttributes::Hidden;
-    }
-    if ((word & platform::kAttributeReadOnly) != 0) {
-        flags |= kelFileAttributes::ReadOnly;
-    }
-    if ((word & platform::kAttributeSystem) != 0) {
-        flags |= kelFileAttributes::System;
+    for (AttributeBit const& bit : kAttributeBits) {
+        if ((word & bit.word) != 0) {
+            flags |= bit.flag;
+        }
     }
     return kelFileAttributes(flags);
 }
@@ -150,6 +155,22 @@ constexpr UInt32 kCopyStretch = 200 * kBlockSize;
 
 void publish(kelEvent& event) {
     kelEventPublisher::getInstance().publishEvent(&event);
+}
+
+// A progress event goes out with each step below 1.0; the 1.0 goes out once, from
+// publishDone, when the work is really done.
+template <class Event>
+void publishProgress(Event& event, double progress) {
+    event.setProgress(progress);
+    if (progress < 1.0) {
+        publish(event);
+    }
+}
+
+template <class Event>
+void publishDone(Event& event) {
+    event.setProgress(1.0);
+    publish(event);
 }
 
 // Closes a handle on every way out, a notifier's exception included.
@@ -251,8 +272,7 @@ bool copyOneFile(char const* source, char const* target, Items const& items) {
         }
         kelFileCopyEvent event(source, target, 0.0);
         publish(event);
-        event.setProgress(1.0);
-        publish(event);
+        publishDone(event);
         return true;
     }
     platform::FileHandle const input = items.openForReading(source);
@@ -286,12 +306,8 @@ bool copyOneFile(char const* source, char const* target, Items const& items) {
         bool const end = moved == 0;
         while (copied - reported >= kBlockSize || (end && reported < copied)) {
             reported = std::min<UInt64>(reported + kBlockSize, copied);
-            double const progress =
-                size == 0 ? 1.0 : std::min(1.0, static_cast<double>(reported) / size);
-            event.setProgress(progress);
-            if (progress < 1.0) {
-                publish(event);
-            }
+            publishProgress(event,
+                            size == 0 ? 1.0 : std::min(1.0, static_cast<double>(reported) / size));
         }
         if (end) {
             break;
@@ -301,8 +317,7 @@ bool copyOneFile(char const* source, char const* target, Items const& items) {
         return false; // the source shrank while it was copied
     }
     written.finished = true;
-    event.setProgress(1.0);
-    publish(event);
+    publishDone(event);
     return true;
 }
 
@@ -341,10 +356,7 @@ bool deleteOneFile(char const* path, bool overwrite, Items const& items) {
                     break;
                 }
                 written += put;
-                event.setProgress(static_cast<double>(written) / size);
-                if (event.getProgress() < 1.0) {
-                    publish(event);
-                }
+                publishProgress(event, static_cast<double>(written) / size);
                 timer.stopTimer();
                 if (timer.getTimer() - lastPoll > 1.0) {
                     lastPoll = timer.getTimer();
@@ -374,8 +386,7 @@ bool deleteOneFile(char const* path, bool overwrite, Items const& items) {
             }
         }
     }
-    event.setProgress(1.0);
-    publish(event);
+    publishDone(event);
     return removed || !items.isFile(path);
 }
 
@@ -426,17 +437,10 @@ kelFileAttributes kelFiles::getItemAttributes(char const* path) {
 
 bool kelFiles::setFileAttributes(char const* path, kelFileAttributes const& attributes) {
     UInt32 word = platform::kAttributeNormal;
-    if (attributes.isFlagsEnabled(kelFileAttributes::Archive)) {
-        word |= platform::kAttributeArchive;
-    }
-    if (attributes.isFlagsEnabled(kelFileAttributes::Hidden)) {
-        word |= platform::kAttributeHidden;
-    }
-    if (attributes.isFlagsEnabled(kelFileAttributes::ReadOnly)) {
-        word |= platform::kAttributeReadOnly;
-    }
-    if (attributes.isFlagsEnabled(kelFileAttributes::System)) {
-        word |= platform::kAttributeSystem;
+    for (AttributeBit const& bit : kAttributeBits) {
+        if (attributes.isFlagsEnabled(bit.flag)) {
+            word |= bit.word;
+        }
     }
     return platform::setItemAttributeWord(path, word);
 }
@@ -889,20 +893,15 @@ bool kelFiles::deleteFolder(char const* path, bool overwrite) {
             if (!tree.removeFolder(item)) {
                 folderFailed = true;
             }
-            folder.setProgress(1.0);
-            publish(folder);
+            publishDone(folder);
         }
         ++done;
-        overall.setProgress(static_cast<double>(done) / total);
-        if (overall.getProgress() < 1.0) {
-            publish(overall);
-        }
+        publishProgress(overall, static_cast<double>(done) / total);
     }
     if (cancel.isCancel()) {
         return false;
     }
-    overall.setProgress(1.0);
-    publish(overall);
+    publishDone(overall);
     return !folderFailed || !folderExists(path);
 }
 
@@ -952,17 +951,12 @@ bool kelFiles::copyFolder(char const* source, char const* target) {
             if (ok) {
                 ok = found && createFolder(targetPath.c_str());
             }
-            folder.setProgress(1.0);
-            publish(folder);
+            publishDone(folder);
         }
         ++done;
-        overall.setProgress(static_cast<double>(done) / total);
-        if (overall.getProgress() < 1.0) {
-            publish(overall);
-        }
+        publishProgress(overall, static_cast<double>(done) / total);
     }
-    overall.setProgress(1.0);
-    publish(overall);
+    publishDone(overall);
     return ok;
 }
 

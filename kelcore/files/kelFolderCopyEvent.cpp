@@ -10,16 +10,9 @@ kelFolderCopyEvent::kelFolderCopyEvent(char const* sourcePath, char const* targe
                                        double progress)
     : mSourcePath(sourcePath), mTargetPath(targetPath), mProgress(progress) {}
 
-kelFolderCopyEvent::kelFolderCopyEvent(kelFolderCopyEvent const& other)
-    : kelEvent(other), mSourcePath(other.mSourcePath), mTargetPath(other.mTargetPath),
-      mProgress(other.mProgress) {}
+kelFolderCopyEvent::kelFolderCopyEvent(kelFolderCopyEvent const&) = default;
 
-kelFolderCopyEvent& kelFolderCopyEvent::operator=(kelFolderCopyEvent const& other) {
-    mSourcePath = other.mSourcePath;
-    mTargetPath = other.mTargetPath;
-    mProgress = other.mProgress;
-    return *this;
-}
+kelFolderCopyEvent& kelFolderCopyEvent::operator=(kelFolderCopyEvent const&) = default;
 
 kelFolderCopyEvent::~kelFolderCopyEvent() = default;
 

@@ -9,14 +9,9 @@ kelFolderDeleteEvent::kelFolderDeleteEvent() : mProgress(0.0) {}
 kelFolderDeleteEvent::kelFolderDeleteEvent(char const* path, double progress)
     : mPath(path), mProgress(progress) {}
 
-kelFolderDeleteEvent::kelFolderDeleteEvent(kelFolderDeleteEvent const& other)
-    : kelEvent(other), mPath(other.mPath), mProgress(other.mProgress) {}
+kelFolderDeleteEvent::kelFolderDeleteEvent(kelFolderDeleteEvent const&) = default;
 
-kelFolderDeleteEvent& kelFolderDeleteEvent::operator=(kelFolderDeleteEvent const& other) {
-    mPath = other.mPath;
-    mProgress = other.mProgress;
-    return *this;
-}
+kelFolderDeleteEvent& kelFolderDeleteEvent::operator=(kelFolderDeleteEvent const&) = default;
 
 kelFolderDeleteEvent::~kelFolderDeleteEvent() = default;
 

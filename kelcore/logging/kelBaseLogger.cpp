@@ -7,12 +7,9 @@ namespace KELKIT {
 
 kelBaseLogger::kelBaseLogger() = default;
 
-kelBaseLogger::kelBaseLogger(kelBaseLogger const& other) : kelILogger(other), mLock(other.mLock) {}
+kelBaseLogger::kelBaseLogger(kelBaseLogger const&) = default;
 
-kelBaseLogger& kelBaseLogger::operator=(kelBaseLogger const& other) {
-    mLock = other.mLock;
-    return *this;
-}
+kelBaseLogger& kelBaseLogger::operator=(kelBaseLogger const&) = default;
 
 kelBaseLogger::~kelBaseLogger() = default;
 

@@ -42,18 +42,9 @@ UInt64 boundedMagnitude(double quotient, unsigned bits) {
 
 } // namespace
 
-kelBitsPacker::kelBitsPacker(kelBitsPacker const& other)
-    : kelIPacker(other), mBuffer(other.mBuffer), mOffset(other.mOffset), mLength(other.mLength),
-      mScaling(other.mScaling), mIsSigned(other.mIsSigned) {}
+kelBitsPacker::kelBitsPacker(kelBitsPacker const&) = default;
 
-kelBitsPacker& kelBitsPacker::operator=(kelBitsPacker const& other) {
-    mBuffer = other.mBuffer;
-    mOffset = other.mOffset;
-    mLength = other.mLength;
-    mScaling = other.mScaling;
-    mIsSigned = other.mIsSigned;
-    return *this;
-}
+kelBitsPacker& kelBitsPacker::operator=(kelBitsPacker const&) = default;
 
 UInt64 kelBitsPacker::storedInteger(double value) const {
     if (mIsSigned && 0.0 > value) {

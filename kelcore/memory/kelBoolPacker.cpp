@@ -8,14 +8,9 @@ namespace KELKIT {
 kelBoolPacker::kelBoolPacker(void* buffer, unsigned char offset)
     : mBuffer(buffer), mOffset(offset) {}
 
-kelBoolPacker::kelBoolPacker(kelBoolPacker const& other)
-    : kelIPacker(other), mBuffer(other.mBuffer), mOffset(other.mOffset) {}
+kelBoolPacker::kelBoolPacker(kelBoolPacker const&) = default;
 
-kelBoolPacker& kelBoolPacker::operator=(kelBoolPacker const& other) {
-    mBuffer = other.mBuffer;
-    mOffset = other.mOffset;
-    return *this;
-}
+kelBoolPacker& kelBoolPacker::operator=(kelBoolPacker const&) = default;
 
 kelBoolPacker::~kelBoolPacker() = default;
 

@@ -60,18 +60,14 @@ UInt8 kelFileInputStream::read() {
 }
 
 UInt32 kelFileInputStream::skip(UInt32 size) {
-    if (mFile == nullptr) {
+    // size() is what lies before the size measured at opening, held at 4294967295, which no
+    // skip exceeds; it is 0 when closed, at or past that size, or when the position is unknown.
+    UInt32 const left = kelFileInputStream::size();
+    if (left == 0) {
         return 0;
     }
-    long long const position = platform::tellFileStream(mFile.get());
-    if (position < 0 || static_cast<UInt64>(position) >= mFileSize) {
-        return 0;
-    }
-    UInt64 const target = std::min<UInt64>(static_cast<UInt64>(position) + size, mFileSize);
-    if (!platform::seekFileStream(mFile.get(), static_cast<long long>(target), SEEK_SET)) {
-        return 0;
-    }
-    return static_cast<UInt32>(target - static_cast<UInt64>(position));
+    UInt32 const count = std::min(size, left);
+    return platform::seekFileStream(mFile.get(), count, SEEK_CUR) ? count : 0;
 }
 
 } // namespace KELKIT

@@ -29,10 +29,8 @@ UInt32 kelFileOutputStream::available() {
 }
 
 void kelFileOutputStream::close() {
-    if (mFile != nullptr) {
-        std::fflush(mFile.get());
-        mFile.reset();
-    }
+    kelFileOutputStream::flush();
+    mFile.reset();
 }
 
 bool kelFileOutputStream::isClosed() {
@@ -55,12 +53,7 @@ UInt32 kelFileOutputStream::write(UInt8 const* data, UInt32 size) {
 }
 
 UInt32 kelFileOutputStream::write(UInt8 value) {
-    if (mFile == nullptr) {
-        return 0;
-    }
-    auto const count = static_cast<UInt32>(std::fwrite(&value, 1, 1, mFile.get()));
-    mWritten += count;
-    return count;
+    return kelFileOutputStream::write(&value, 1);
 }
 
 } // namespace KELKIT

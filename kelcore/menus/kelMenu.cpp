@@ -4,28 +4,13 @@
 
 namespace KELKIT {
 
-kelMenu::kelMenu()
-    : mEnabled(true), mVisible(true), mChecked(false), mSeparator(false), mIcon(""), mUniqueId(-1),
-      mCommandId(-1), mSequentialId(-1) {}
+kelMenu::kelMenu() = default;
 
-kelMenu::kelMenu(kelMenu* parent, char const* text)
-    : kelTextNode(parent, text), mEnabled(true), mVisible(true), mChecked(false), mSeparator(false),
-      mIcon(""), mUniqueId(-1), mCommandId(-1), mSequentialId(-1) {}
+kelMenu::kelMenu(kelMenu* parent, char const* text) : kelTextNode(parent, text) {}
 
-kelMenu::kelMenu(kelMenu const& other) = default;
+kelMenu::kelMenu(kelMenu const&) = default;
 
-kelMenu& kelMenu::operator=(kelMenu const& other) {
-    kelTextNode::operator=(other);
-    mEnabled = other.mEnabled;
-    mVisible = other.mVisible;
-    mChecked = other.mChecked;
-    mSeparator = other.mSeparator;
-    mIcon = other.mIcon;
-    mUniqueId = other.mUniqueId;
-    mCommandId = other.mCommandId;
-    mSequentialId = other.mSequentialId;
-    return *this;
-}
+kelMenu& kelMenu::operator=(kelMenu const&) = default;
 
 kelMenu::~kelMenu() = default;
 

@@ -44,14 +44,14 @@ public:
     void setSequentialId(SInt32 sequentialId);
 
 private:
-    bool mEnabled;
-    bool mVisible;
-    bool mChecked;
-    bool mSeparator;
-    kelIcon mIcon;
-    SInt32 mUniqueId;
-    SInt32 mCommandId;
-    SInt32 mSequentialId;
+    bool mEnabled = true;
+    bool mVisible = true;
+    bool mChecked = false;
+    bool mSeparator = false;
+    kelIcon mIcon{""};
+    SInt32 mUniqueId = -1;
+    SInt32 mCommandId = -1;
+    SInt32 mSequentialId = -1;
 };
 
 } // namespace KELKIT

@@ -6,13 +6,9 @@ namespace KELKIT {
 
 kelMenuCommandIdFilter::kelMenuCommandIdFilter(SInt32 commandId) : mId(commandId) {}
 
-kelMenuCommandIdFilter::kelMenuCommandIdFilter(kelMenuCommandIdFilter const& other)
-    : kelNodeFilter(other), mId(other.mId) {}
+kelMenuCommandIdFilter::kelMenuCommandIdFilter(kelMenuCommandIdFilter const&) = default;
 
-kelMenuCommandIdFilter& kelMenuCommandIdFilter::operator=(kelMenuCommandIdFilter const& other) {
-    mId = other.mId;
-    return *this;
-}
+kelMenuCommandIdFilter& kelMenuCommandIdFilter::operator=(kelMenuCommandIdFilter const&) = default;
 
 kelMenuCommandIdFilter::~kelMenuCommandIdFilter() = default;
 

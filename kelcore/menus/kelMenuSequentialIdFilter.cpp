@@ -6,14 +6,10 @@ namespace KELKIT {
 
 kelMenuSequentialIdFilter::kelMenuSequentialIdFilter(SInt32 sequentialId) : mId(sequentialId) {}
 
-kelMenuSequentialIdFilter::kelMenuSequentialIdFilter(kelMenuSequentialIdFilter const& other)
-    : kelNodeFilter(other), mId(other.mId) {}
+kelMenuSequentialIdFilter::kelMenuSequentialIdFilter(kelMenuSequentialIdFilter const&) = default;
 
 kelMenuSequentialIdFilter&
-kelMenuSequentialIdFilter::operator=(kelMenuSequentialIdFilter const& other) {
-    mId = other.mId;
-    return *this;
-}
+kelMenuSequentialIdFilter::operator=(kelMenuSequentialIdFilter const&) = default;
 
 kelMenuSequentialIdFilter::~kelMenuSequentialIdFilter() = default;
 

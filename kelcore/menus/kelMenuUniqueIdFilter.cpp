@@ -6,13 +6,9 @@ namespace KELKIT {
 
 kelMenuUniqueIdFilter::kelMenuUniqueIdFilter(SInt32 uniqueId) : mId(uniqueId) {}
 
-kelMenuUniqueIdFilter::kelMenuUniqueIdFilter(kelMenuUniqueIdFilter const& other)
-    : kelNodeFilter(other), mId(other.mId) {}
+kelMenuUniqueIdFilter::kelMenuUniqueIdFilter(kelMenuUniqueIdFilter const&) = default;
 
-kelMenuUniqueIdFilter& kelMenuUniqueIdFilter::operator=(kelMenuUniqueIdFilter const& other) {
-    mId = other.mId;
-    return *this;
-}
+kelMenuUniqueIdFilter& kelMenuUniqueIdFilter::operator=(kelMenuUniqueIdFilter const&) = default;
 
 kelMenuUniqueIdFilter::~kelMenuUniqueIdFilter() = default;
 

@@ -21,6 +21,15 @@ bool getEnvironmentVariable(char const* name, std::string& value);
 // The "name=value" texts of the process environment, in the system's order.
 std::vector<std::string> environmentEntries();
 
+// Each platform's system calls behind the functions above, which check the name and hold the
+// lock around them.
+namespace native {
+// A null or empty value removes the variable.
+bool setVariable(char const* name, char const* value);
+// Appends the "name=value" texts of the process environment, in the system's order.
+void appendEnvironmentEntries(std::vector<std::string>& entries);
+} // namespace native
+
 } // namespace platform
 } // namespace KELKIT
 

@@ -25,6 +25,14 @@ void fromNativePath(std::string& path);
 // The process's working folder in the library's form; false if the system cannot tell.
 bool getWorkingFolder(std::string& folder);
 
+// What differs between the platforms in the functions above.
+namespace native {
+// The library's separators as the system takes them, in place (POSIX: each backslash to '/').
+void toSystemSeparators(std::string& path);
+// How many leading characters of a native path name its root, which keeps its separator.
+std::size_t rootLength(std::string const& path);
+} // namespace native
+
 } // namespace platform
 } // namespace KELKIT
 

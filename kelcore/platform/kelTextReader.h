@@ -30,6 +30,10 @@ public:
     void close();
 
 private:
+    // The file at a native path opened for reading as text; null for a missing file or a
+    // folder. Each platform's own.
+    static std::FILE* openNative(char const* native);
+
     std::FILE* mFile;
 };
 

@@ -1,24 +1,16 @@
 #include <kelcore/serialization/kelMemoryDumper.h>
 
-#include <kelcore/strings/kelString.h>
+#include <kelcore/internal/kelDumperForms.h>
 
 #include <cstring>
 
 namespace KELKIT {
 
-// Numbers are appended as their machine image, which is the little-endian wire form only on a
-// little-endian machine; every platform the library is built for is one.
-static_assert(__BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__, "the dump needs a little-endian host");
-
 kelMemoryDumper::kelMemoryDumper() = default;
 
-kelMemoryDumper::kelMemoryDumper(kelMemoryDumper const& other)
-    : kelIDumper(other), mBuffer(other.mBuffer) {}
+kelMemoryDumper::kelMemoryDumper(kelMemoryDumper const&) = default;
 
-kelMemoryDumper& kelMemoryDumper::operator=(kelMemoryDumper const& other) {
-    mBuffer = other.mBuffer;
-    return *this;
-}
+kelMemoryDumper& kelMemoryDumper::operator=(kelMemoryDumper const&) = default;
 
 kelMemoryDumper::~kelMemoryDumper() = default;
 
@@ -44,48 +36,6 @@ void kelMemoryDumper::append(void const* data, UInt64 size) {
     }
 }
 
-void kelMemoryDumper::dump(kelMemoryBuffer const* values, UInt32 count) {
-    for (UInt32 i = 0; values != nullptr && i < count; ++i) {
-        dump(values[i]);
-    }
-}
-
-void kelMemoryDumper::dump(kelMemoryBuffer const& value) {
-    dump(value.getBuffer(), value.getSize());
-}
-
-void kelMemoryDumper::dump(kelString const* values, UInt32 count) {
-    for (UInt32 i = 0; values != nullptr && i < count; ++i) {
-        dump(values[i]);
-    }
-}
-
-void kelMemoryDumper::dump(kelString const& value) {
-    dump(reinterpret_cast<UInt8 const*>(value.c_str()), value.size());
-}
-
-#define KEL_MEMORY_DUMPER_FORMS(T)                                                                 \
-    void kelMemoryDumper::dump(T const* values, UInt32 count) {                                    \
-        if (values != nullptr) {                                                                   \
-            append(values, static_cast<UInt64>(count) * sizeof(T));                                \
-        }                                                                                          \
-    }                                                                                              \
-    void kelMemoryDumper::dump(T value) {                                                          \
-        append(&value, sizeof(T));                                                                 \
-    }
-
-KEL_MEMORY_DUMPER_FORMS(Float64)
-KEL_MEMORY_DUMPER_FORMS(Float32)
-KEL_MEMORY_DUMPER_FORMS(SInt64)
-KEL_MEMORY_DUMPER_FORMS(SInt32)
-KEL_MEMORY_DUMPER_FORMS(SInt16)
-KEL_MEMORY_DUMPER_FORMS(SInt8)
-KEL_MEMORY_DUMPER_FORMS(UInt64)
-KEL_MEMORY_DUMPER_FORMS(UInt32)
-KEL_MEMORY_DUMPER_FORMS(UInt16)
-KEL_MEMORY_DUMPER_FORMS(UInt8)
-KEL_MEMORY_DUMPER_FORMS(bool)
-
-#undef KEL_MEMORY_DUMPER_FORMS
+KEL_DUMPER_FORMS(kelMemoryDumper, append)
 
 } // namespace KELKIT

@@ -19,13 +19,9 @@ struct kelTaskTree::Entries {
 
 kelTaskTree::kelTaskTree() : mEntries(std::make_shared<Entries>()) {}
 
-kelTaskTree::kelTaskTree(kelTaskTree const& other) : mLock(other.mLock), mEntries(other.mEntries) {}
+kelTaskTree::kelTaskTree(kelTaskTree const&) = default;
 
-kelTaskTree& kelTaskTree::operator=(kelTaskTree const& other) {
-    mLock = other.mLock;
-    mEntries = other.mEntries;
-    return *this;
-}
+kelTaskTree& kelTaskTree::operator=(kelTaskTree const&) = default;
 
 kelTaskTree::~kelTaskTree() = default;
 

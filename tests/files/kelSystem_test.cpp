@@ -2,6 +2,8 @@
 #include <kelcore/files/kelListDrivePtr.h>
 #include <kelcore/files/kelSystem.h>
 
+#include "support/kelScratchFolder.h"
+
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -10,28 +12,13 @@
 #include <fstream>
 #include <random>
 #include <string>
-#ifdef _WIN32
-#include <process.h>
-#define getpid _getpid
-#else
-#include <unistd.h>
-#endif
 
 using namespace KELKIT;
 namespace fs = std::filesystem;
 
 namespace {
 
-// A folder of this process under the system's temporary folder, removed afterwards.
-struct ScratchFolder {
-    explicit ScratchFolder(char const* what)
-        : path(fs::temp_directory_path() /
-               ("kelcore-" + std::string(what) + '-' + std::to_string(getpid()))) {
-        fs::create_directories(path);
-    }
-    ~ScratchFolder() { fs::remove_all(path); }
-    fs::path const path;
-};
+using kelTest::ScratchFolder;
 
 // Sets variables for one test and puts the previous values back.
 struct EnvGuard {
@@ -167,7 +154,7 @@ TEST(kelSystem, TempFolderSeparatorsAndScreen) {
 TEST(kelSystem, LastErrorAndMessages) {
     ScratchFolder scratch("last-error");
     // ENOENT on POSIX and ERROR_FILE_NOT_FOUND on Windows are both 2.
-    EXPECT_EQ(nullptr, std::fopen((scratch.path / "missing.txt").string().c_str(), "rb"));
+    EXPECT_EQ(nullptr, std::fopen((scratch.root / "missing.txt").string().c_str(), "rb"));
     EXPECT_EQ(2u, kelSystem::getLastError());
     std::string const message = kelSystem::getLastErrorMessage().c_str();
     EXPECT_EQ(message, kelSystem::getErrorMessage(2).c_str());
@@ -218,7 +205,7 @@ TEST(kelSystem, KnownFoldersAreDistinctDrivePaths) {
 #else
 TEST(kelSystem, KnownFoldersFollowTheXdgVariables) {
     ScratchFolder scratch("known-folders");
-    std::string const root = scratch.path.string();
+    std::string const root = scratch.root.string();
     auto library = [](std::string path) {
         std::replace(path.begin(), path.end(), '/', '\\');
         return path;

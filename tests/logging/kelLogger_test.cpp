@@ -1,59 +1,28 @@
 #include <kelcore/logging/kelConsoleLogger.h>
 #include <kelcore/logging/kelFileLogger.h>
 
+#include "support/kelScratchFolder.h"
 #include "support/kelWatchdog.h"
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <cstdio>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <memory>
 #include <string>
 #include <thread>
 #include <vector>
-#ifdef _WIN32
-#include <process.h>
-#define getpid _getpid
-#else
-#include <unistd.h>
-#endif
 
 using namespace KELKIT;
 namespace fs = std::filesystem;
 using namespace std::chrono_literals;
 
-namespace {
-
-// A folder of this process for the log files of one test, removed afterwards.
-struct ScratchFolder {
-    explicit ScratchFolder(char const* what)
-        : path(fs::temp_directory_path() /
-               ("kelcore-log-" + std::string(what) + '-' + std::to_string(getpid()))) {
-        fs::create_directories(path);
-    }
-    ~ScratchFolder() { fs::remove_all(path); }
-    // The file's name as the library takes it: backslashes on every platform.
-    std::string file(char const* name) const {
-        std::string text = (path / name).string();
-        std::replace(text.begin(), text.end(), '/', '\\');
-        return text;
-    }
-    std::string bytes(char const* name) const {
-        std::ifstream in(path / name, std::ios::binary);
-        return std::string(std::istreambuf_iterator<char>(in), {});
-    }
-    fs::path const path;
-};
-
-} // namespace
+using kelTest::ScratchFolder;
 
 TEST(kelFileLogger, WritesExactlyTheTextWithLineFeedsAsCrLf) {
     ScratchFolder scratch("exact");
     {
-        kelFileLogger log(scratch.file("a.log").c_str(), false);
+        kelFileLogger log(scratch.lib("a.log").c_str(), false);
         log.print("a\nb");
         log.print("");
         log.print(nullptr);
@@ -61,16 +30,16 @@ TEST(kelFileLogger, WritesExactlyTheTextWithLineFeedsAsCrLf) {
         log.printArgs("%d", 7);
         log.printArgs(nullptr);
     }
-    EXPECT_EQ("a\r\nb|\r\r\n|\r\n\r\n7", scratch.bytes("a.log"));
+    EXPECT_EQ("a\r\nb|\r\r\n|\r\n\r\n7", scratch.read("a.log"));
 
-    kelFileLogger second(scratch.file("a.log").c_str(), true); // empties the file
-    EXPECT_EQ("", scratch.bytes("a.log"));
+    kelFileLogger second(scratch.lib("a.log").c_str(), true); // empties the file
+    EXPECT_EQ("", scratch.read("a.log"));
 
     // A path that cannot be opened: every call returns and nothing is created.
-    kelFileLogger nowhere(scratch.file("missing\\x.log").c_str(), true);
+    kelFileLogger nowhere(scratch.lib("missing\\x.log").c_str(), true);
     nowhere.print("lost\n");
     nowhere.printArgs("%s", "lost");
-    EXPECT_FALSE(fs::exists(scratch.path / "missing"));
+    EXPECT_FALSE(fs::exists(scratch.root / "missing"));
 }
 
 TEST(kelFileLogger, LongFormattedTextIsCutAtTheBuffer) {
@@ -82,25 +51,25 @@ TEST(kelFileLogger, LongFormattedTextIsCutAtTheBuffer) {
             text += i % 700 == 699 ? '\n' : static_cast<char>('a' + i % 26);
         }
         {
-            kelFileLogger log(scratch.file("cut.log").c_str(), false);
+            kelFileLogger log(scratch.lib("cut.log").c_str(), false);
             log.printArgs("%s", text.c_str());
         }
         std::string expected;
         for (char c : text.substr(0, limit)) {
             expected += c == '\n' ? std::string("\r\n") : std::string(1, c);
         }
-        EXPECT_EQ(expected, scratch.bytes("cut.log")) << length;
+        EXPECT_EQ(expected, scratch.read("cut.log")) << length;
     }
 }
 
 TEST(kelFileLogger, AutoFlushAndCopiesSharingOneStream) {
     ScratchFolder scratch("copies");
-    auto first = std::make_unique<kelFileLogger>(scratch.file("c.log").c_str(), true);
+    auto first = std::make_unique<kelFileLogger>(scratch.lib("c.log").c_str(), true);
     first->print("1\n");
-    EXPECT_EQ("1\r\n", scratch.bytes("c.log")); // visible as print returns
+    EXPECT_EQ("1\r\n", scratch.read("c.log")); // visible as print returns
 
     auto copy = std::make_unique<kelFileLogger>(*first);
-    kelFileLogger assigned(scratch.file("other.log").c_str(), false);
+    kelFileLogger assigned(scratch.lib("other.log").c_str(), false);
     assigned = *copy; // lets go of other.log, takes the shared stream
     first.reset();    // the stream stays open for the copies
     copy->print("2");
@@ -108,8 +77,8 @@ TEST(kelFileLogger, AutoFlushAndCopiesSharingOneStream) {
     assigned.print("3");
     copy.reset();
     assigned.print("4");
-    EXPECT_EQ("1\r\n234", scratch.bytes("c.log"));
-    EXPECT_EQ("", scratch.bytes("other.log"));
+    EXPECT_EQ("1\r\n234", scratch.read("c.log"));
+    EXPECT_EQ("", scratch.read("other.log"));
 }
 
 // Eight threads, ten thousand lines each, half of them written in three pieces under the held
@@ -119,7 +88,7 @@ TEST(kelFileLogger, ThreadsLoseNothingAndNeverSplitALine) {
     int const threads = 8, lines = 10000;
     {
         kelWatchdog watchdog("eight logging threads", 300s);
-        kelFileLogger log(scratch.file("t.log").c_str(), false);
+        kelFileLogger log(scratch.lib("t.log").c_str(), false);
         std::vector<std::thread> writers;
         for (int t = 0; t < threads; ++t) {
             writers.emplace_back([&log, t] {
@@ -140,7 +109,7 @@ TEST(kelFileLogger, ThreadsLoseNothingAndNeverSplitALine) {
             writer.join();
         }
     }
-    std::string const text = scratch.bytes("t.log");
+    std::string const text = scratch.read("t.log");
     std::vector<int> next(threads, 0);
     std::size_t start = 0, count = 0;
     for (std::size_t end; (end = text.find("\r\n", start)) != std::string::npos; start = end + 2) {

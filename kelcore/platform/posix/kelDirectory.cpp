@@ -1,5 +1,4 @@
 #include <kelcore/platform/kelDirectory.h>
-#include <kelcore/platform/kelFileInfo.h>
 #include <kelcore/platform/kelNativePath.h>
 #include <kelcore/platform/posix/kelAttributeWord.h>
 
@@ -104,12 +103,6 @@ void DirectoryReader::close() {
         ::closedir(mState->dir);
         mState->dir = nullptr;
     }
-}
-
-bool isEnterableEntry(DirectoryEntry const& entry) {
-    return (entry.attributes & (kAttributeDirectory | kAttributeReparsePoint)) ==
-               kAttributeDirectory &&
-           std::strcmp(entry.name, ".") != 0 && std::strcmp(entry.name, "..") != 0;
 }
 
 } // namespace platform

@@ -1,48 +1,22 @@
 #include <kelcore/platform/kelNativePath.h>
 
+#include <algorithm>
 #include <cstdlib>
-#include <cstring>
 #include <unistd.h>
 
 namespace KELKIT {
 namespace platform {
 
-bool toNativePath(char const* path, std::string& native) {
-    if (path == nullptr || path[0] == '\0') {
-        return false;
-    }
-    std::size_t const length = std::strlen(path);
-    if (length > kMaxPathLength) {
-        return false;
-    }
-    native.assign(path, length);
-    for (char& c : native) {
-        if (c == '\\') {
-            c = '/';
-        }
-    }
-    return true;
+void native::toSystemSeparators(std::string& path) {
+    std::replace(path.begin(), path.end(), '\\', '/');
 }
 
-bool toNativeItemPath(char const* path, std::string& native, bool& endsWithSeparator) {
-    if (!toNativePath(path, native)) {
-        return false;
-    }
-    std::size_t end = native.size();
-    while (end > 1 && native[end - 1] == '/') {
-        --end;
-    }
-    endsWithSeparator = end < native.size();
-    native.resize(end);
-    return true;
+std::size_t native::rootLength(std::string const& /*path*/) {
+    return 1;
 }
 
 void fromNativePath(std::string& path) {
-    for (char& c : path) {
-        if (c == '/') {
-            c = '\\';
-        }
-    }
+    std::replace(path.begin(), path.end(), '/', '\\');
 }
 
 bool getWorkingFolder(std::string& folder) {

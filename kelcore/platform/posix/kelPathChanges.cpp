@@ -1,6 +1,7 @@
 #include <kelcore/platform/kelPathChanges.h>
 
 #include <kelcore/platform/kelNativePath.h>
+#include <kelcore/platform/posix/kelItemAt.h>
 
 #include <cerrno>
 #include <cstdio>
@@ -79,6 +80,21 @@ bool removeFile(char const* path) {
     return toNativePath(path, native) && ::unlink(native.c_str()) == 0;
 }
 
+bool readLinkAt(int folder, char const* name, std::size_t sizeHint, std::vector<char>& text) {
+    text.assign(sizeHint + 1, '\0');
+    for (;;) {
+        ssize_t const length = ::readlinkat(folder, name, text.data(), text.size());
+        if (length < 0) {
+            return false;
+        }
+        if (static_cast<std::size_t>(length) < text.size()) {
+            text[static_cast<std::size_t>(length)] = '\0';
+            return true;
+        }
+        text.resize(text.size() * 2);
+    }
+}
+
 bool copyLink(char const* source, char const* target) {
     std::string from;
     std::string to;
@@ -89,18 +105,9 @@ bool copyLink(char const* source, char const* target) {
         !S_ISLNK(status.st_mode)) {
         return false;
     }
-    // The link's size is its length where the file system knows it; grow until it fits.
-    std::vector<char> content(static_cast<std::size_t>(status.st_size) + 1);
-    for (;;) {
-        ssize_t const length = ::readlink(from.c_str(), content.data(), content.size());
-        if (length < 0) {
-            return false;
-        }
-        if (static_cast<std::size_t>(length) < content.size()) {
-            content[static_cast<std::size_t>(length)] = '\0';
-            break;
-        }
-        content.resize(content.size() * 2);
+    std::vector<char> content;
+    if (!readLinkAt(AT_FDCWD, from.c_str(), static_cast<std::size_t>(status.st_size), content)) {
+        return false;
     }
     struct stat existing;
     if (::lstat(to.c_str(), &existing) == 0 &&

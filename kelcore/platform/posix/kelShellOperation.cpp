@@ -2,6 +2,8 @@
 #include <kelcore/platform/kelNativePath.h>
 #include <kelcore/platform/kelPathChanges.h>
 #include <kelcore/platform/kelShellOperation.h>
+#include <kelcore/platform/posix/kelDescriptor.h>
+#include <kelcore/platform/posix/kelItemAt.h>
 #include <kelcore/platform/posix/kelTrash.h>
 
 #include <algorithm>
@@ -29,18 +31,7 @@ namespace {
 constexpr int kFolderFlags = O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC;
 constexpr UInt32 kCopyBuffer = 1u << 20;
 
-// An open descriptor, closed when it goes.
-struct Descriptor {
-    explicit Descriptor(int value) : fd(value) {}
-    ~Descriptor() {
-        if (fd >= 0) {
-            ::close(fd);
-        }
-    }
-    Descriptor(Descriptor const&) = delete;
-    Descriptor& operator=(Descriptor const&) = delete;
-    int fd;
-};
+using posix::Descriptor;
 
 std::vector<std::string> listOf(char const* doubleZero) {
     std::vector<std::string> paths;
@@ -241,19 +232,9 @@ bool copyFileAt(int fromDir, char const* fromName, struct stat const& source, in
 
 bool copyLinkAt(int fromDir, char const* fromName, struct stat const& source, int toDir,
                 char const* toName) {
-    std::vector<char> content(static_cast<std::size_t>(source.st_size) + 1);
-    for (;;) {
-        ssize_t const length = ::readlinkat(fromDir, fromName, content.data(), content.size());
-        if (length < 0) {
-            return false;
-        }
-        if (static_cast<std::size_t>(length) < content.size()) {
-            content[static_cast<std::size_t>(length)] = '\0';
-            break;
-        }
-        content.resize(content.size() * 2);
-    }
-    return ::symlinkat(content.data(), toDir, toName) == 0;
+    std::vector<char> content;
+    return readLinkAt(fromDir, fromName, static_cast<std::size_t>(source.st_size), content) &&
+           ::symlinkat(content.data(), toDir, toName) == 0;
 }
 
 // Copies the item fromName of one folder to toName in another. An existing target of the same

@@ -1,31 +1,19 @@
-#include <kelcore/platform/kelNativePath.h>
 #include <kelcore/platform/kelTextReader.h>
 
-#include <string>
 #include <sys/stat.h>
 #include <sys/types.h>
 
 namespace KELKIT {
 namespace platform {
 
-TextReader::TextReader() : mFile(nullptr) {}
-
-TextReader::~TextReader() {
-    close();
-}
-
-bool TextReader::open(char const* path) {
-    close();
-    std::string native;
-    if (!toNativePath(path, native)) {
-        return false;
-    }
-    mFile = std::fopen(native.c_str(), "rbe");
+std::FILE* TextReader::openNative(char const* native) {
+    std::FILE* const file = std::fopen(native, "rbe");
     struct stat status;
-    if (mFile != nullptr && (::fstat(::fileno(mFile), &status) != 0 || S_ISDIR(status.st_mode))) {
-        close(); // stdio opens folders on Linux
+    if (file != nullptr && (::fstat(::fileno(file), &status) != 0 || S_ISDIR(status.st_mode))) {
+        std::fclose(file); // stdio opens folders on Linux
+        return nullptr;
     }
-    return mFile != nullptr;
+    return file;
 }
 
 bool TextReader::seek(UInt64 offset) {
@@ -57,13 +45,6 @@ bool TextReader::readLine(char* buffer, int size) {
     }
     buffer[count] = '\0';
     return count > 0;
-}
-
-void TextReader::close() {
-    if (mFile != nullptr) {
-        std::fclose(mFile);
-        mFile = nullptr;
-    }
 }
 
 } // namespace platform

@@ -3,6 +3,7 @@
 #include <kelcore/platform/kelPathChanges.h>
 #include <kelcore/platform/kelTreeItems.h>
 #include <kelcore/platform/posix/kelAttributeWord.h>
+#include <kelcore/platform/posix/kelDescriptor.h>
 #include <kelcore/platform/posix/kelItemAt.h>
 
 #include <cstring>
@@ -20,17 +21,7 @@ namespace {
 // A folder on the way: opened for lookups only, never through a link.
 constexpr int kWayFlags = O_PATH | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC;
 
-struct Descriptor {
-    Descriptor() = default;
-    ~Descriptor() {
-        if (fd >= 0) {
-            ::close(fd);
-        }
-    }
-    Descriptor(Descriptor const&) = delete;
-    Descriptor& operator=(Descriptor const&) = delete;
-    int fd = -1;
-};
+using posix::Descriptor;
 
 enum class Place { Outside, Root, Inside };
 

@@ -1,10 +1,8 @@
 #include <kelcore/platform/kelDirectory.h>
-#include <kelcore/platform/kelFileInfo.h>
 #include <kelcore/platform/kelNativePath.h>
 
 #include <windows.h>
 
-#include <cstring>
 #include <string>
 
 namespace KELKIT {
@@ -64,13 +62,6 @@ void DirectoryReader::close() {
         mState->find = INVALID_HANDLE_VALUE;
     }
     mState->pending = false;
-}
-
-// A folder that is a reparse point (a junction or a link to a folder) is listed, never entered.
-bool isEnterableEntry(DirectoryEntry const& entry) {
-    return (entry.attributes & (kAttributeDirectory | kAttributeReparsePoint)) ==
-               kAttributeDirectory &&
-           std::strcmp(entry.name, ".") != 0 && std::strcmp(entry.name, "..") != 0;
 }
 
 } // namespace platform

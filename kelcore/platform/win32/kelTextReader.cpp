@@ -1,26 +1,12 @@
-#include <kelcore/platform/kelNativePath.h>
 #include <kelcore/platform/kelTextReader.h>
 
 #include <cstdio>
-#include <string>
 
 namespace KELKIT {
 namespace platform {
 
-TextReader::TextReader() : mFile(nullptr) {}
-
-TextReader::~TextReader() {
-    close();
-}
-
-bool TextReader::open(char const* path) {
-    close();
-    std::string native;
-    if (!toNativePath(path, native)) {
-        return false;
-    }
-    mFile = std::fopen(native.c_str(), "r"); // text mode: each CR LF arrives as LF
-    return mFile != nullptr;
+std::FILE* TextReader::openNative(char const* native) {
+    return std::fopen(native, "r"); // text mode: each CR LF arrives as LF
 }
 
 bool TextReader::seek(UInt64 offset) {
@@ -29,13 +15,6 @@ bool TextReader::seek(UInt64 offset) {
 
 bool TextReader::readLine(char* buffer, int size) {
     return mFile != nullptr && size >= 1 && std::fgets(buffer, size, mFile) != nullptr;
-}
-
-void TextReader::close() {
-    if (mFile != nullptr) {
-        std::fclose(mFile);
-        mFile = nullptr;
-    }
 }
 
 } // namespace platform
