@@ -39,6 +39,36 @@ namespace kelFuzz {
 #define KEL_FUZZ_CHECK(condition)                                                                  \
     ((condition) ? static_cast<void>(0) : ::kelFuzz::fail(#condition, __FILE__, __LINE__))
 
+// The bytes of a text, printable ones as they are and the others as \xHH, for a report.
+inline std::string escaped(std::string const& text) {
+    std::string out;
+    for (unsigned char c : text) {
+        char hex[8];
+        std::snprintf(hex, sizeof hex, c >= 32 && c < 127 && c != '\\' ? "%c" : "\\x%02x", c);
+        out += hex;
+    }
+    return out;
+}
+
+// A failing comparison of two texts, reported with both.
+[[noreturn]] inline void failEqual(std::string const& expected, std::string const& actual,
+                                   char const* what, char const* file, int line) {
+    std::fprintf(stderr, "%s:%d: expected \"%s\"\n    got \"%s\"\n", file, line,
+                 escaped(expected).c_str(), escaped(actual).c_str());
+    fail(what, file, line);
+}
+
+// Two texts that must be equal: the model's first, then the library's.
+#define KEL_FUZZ_CHECK_TEXT(expected, actual)                                                      \
+    ::kelFuzz::checkText((expected), (actual), #expected " == " #actual, __FILE__, __LINE__)
+
+inline void checkText(std::string const& expected, std::string const& actual, char const* what,
+                      char const* file, int line) {
+    if (expected != actual) {
+        failEqual(expected, actual, what, file, line);
+    }
+}
+
 // Counts the bytes of every allocation made while an object of this class lives (the count is
 // cumulative: a block that is grown counts each time). One at a time.
 class HeapCount {
