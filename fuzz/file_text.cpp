@@ -5,14 +5,18 @@
 // cut at its first 0 byte. getLinesInFile counts the chunks, getTextFileContent lists the
 // lines, find counts one character per line end and per chunk from its offset; the whole-file
 // reads give the bytes exactly (and the text up to the first 0 byte), an empty file as a failure
-// that leaves a text unchanged. The cache gives what it read until it is told to read again. A
-// path in a missing folder fails everywhere, leaving the outputs as documented. No read
-// allocates more than a small constant plus a few times the file, and a little per line.
+// that leaves a text unchanged; a file object reads them in pieces from any position. The cache
+// gives what it read until it is told to read again. A path in a missing folder fails everywhere,
+// leaving the outputs as documented. No read allocates more than a small constant plus a few times
+// the file, and a little per line.
 
 #include "kelFuzz.h"
 
 #include <kelcore/files/kelCacheFile.h>
+#include <kelcore/files/kelFile.h>
 #include <kelcore/files/kelFiles.h>
+
+#include <memory>
 
 using namespace KELKIT;
 
@@ -140,6 +144,26 @@ void checkCache(std::string const& content, std::string const& changed) {
                        std::vector<std::uint8_t>(changed.begin(), changed.end()));
 }
 
+// A file object reads the bytes in pieces of the given sizes, each into a block of exactly that
+// size, from the position given (which may lie beyond the end).
+void checkFileObject(std::string const& content, std::size_t at,
+                     std::vector<UInt32> const& pieces) {
+    kelFile file(scratch().path.c_str());
+    KEL_FUZZ_CHECK(file.open(kelFile::READ) && file.getSize() == content.size());
+    KEL_FUZZ_CHECK(file.setPosition(static_cast<UInt32>(at)) && file.getPosition() == at);
+    for (UInt32 n : pieces) {
+        std::unique_ptr<unsigned char[]> block(new unsigned char[n]);
+        UInt32 const count = file.read(block.get(), n);
+        std::size_t const left = at < content.size() ? content.size() - at : 0;
+        KEL_FUZZ_CHECK(count == std::min<std::size_t>(n, left));
+        KEL_FUZZ_CHECK(count == 0 || std::memcmp(block.get(), content.data() + at, count) == 0);
+        at += count;
+        KEL_FUZZ_CHECK(file.getPosition() == at);
+    }
+    file.close();
+    KEL_FUZZ_CHECK(!file.isOpened() && file.read(nullptr, 0) == 0);
+}
+
 void checkMissing() {
     char const* const path = scratch().missing.c_str();
     KEL_FUZZ_CHECK(kelFiles::getLinesInFile(path) == 0 && kelFiles::find(path, "") == 0);
@@ -164,9 +188,13 @@ void checkMissing() {
 extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size) {
     FuzzedDataProvider input(data, size);
     std::string const text = input.ConsumeRandomLengthString(16).c_str();
-    std::size_t const run = input.ConsumeBool() ? input.ConsumeIntegralInRange(0, 22000) : 0;
+    std::size_t const run = input.ConsumeBool() ? input.ConsumeIntegralInRange(0, 12000) : 0;
     auto const filler = input.ConsumeIntegral<char>();
     auto const start = input.ConsumeIntegral<std::uint16_t>();
+    std::vector<UInt32> pieces(input.ConsumeIntegralInRange(0, 6));
+    for (UInt32& piece : pieces) {
+        piece = input.ConsumeIntegralInRange<UInt32>(0, 9000);
+    }
     std::string content = input.ConsumeRemainingBytesAsString();
     std::size_t const at = run == 0 ? 0 : (content.size() + 1) * (run % 997) / 997;
     content.insert(std::min(at, content.size()), run, filler);
@@ -177,6 +205,7 @@ extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size
     std::string changed(content.rbegin(), content.rend());
     changed += 'x';
     checkCache(content, changed);
+    checkFileObject(changed, start % (changed.size() + 2), pieces); // what the file holds now
     if (size % 16 == 0) {
         checkMissing();
     }
