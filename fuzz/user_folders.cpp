@@ -13,7 +13,6 @@
 #include <kelcore/files/kelSystem.h>
 
 #include <pwd.h>
-#include <sys/stat.h>
 
 using namespace KELKIT;
 
@@ -22,10 +21,10 @@ namespace {
 struct Config {
     std::string folder = kelFuzz::scratchPath("config");
     std::string file = folder + "/user-dirs.dirs";
-    Config() { ::mkdir(folder.c_str(), 0700); }
+    Config() { std::filesystem::create_directory(folder); }
     ~Config() {
-        std::remove(file.c_str());
-        ::rmdir(folder.c_str());
+        std::error_code ignored;
+        std::filesystem::remove_all(folder, ignored);
     }
 };
 
