@@ -21,30 +21,6 @@ std::vector<std::string>& setBefore() {
     return names;
 }
 
-std::vector<std::string> splitAtEquals(std::string const& entry) {
-    std::vector<std::string> parts;
-    std::string part;
-    for (char c : entry + '=') {
-        if (c != '=') {
-            part += c;
-        } else if (!part.empty()) {
-            parts.push_back(part);
-            part.clear();
-        }
-    }
-    return parts;
-}
-
-std::string replacedAll(std::string const& text, std::string const& from, std::string const& to) {
-    std::string out;
-    std::size_t at = 0;
-    for (std::size_t found; (found = text.find(from, at)) != std::string::npos;) {
-        out += text.substr(at, found - at) + to;
-        at = found + from.size();
-    }
-    return out + text.substr(at);
-}
-
 } // namespace
 
 // A small environment of known entries, the same on every machine, with the awkward forms the
@@ -89,7 +65,7 @@ extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size
 
     std::vector<std::string> names, values;
     for (char** entry = environ; *entry != nullptr; ++entry) {
-        std::vector<std::string> const parts = splitAtEquals(*entry);
+        std::vector<std::string> const parts = kelFuzz::nonEmptyParts(*entry, '=');
         if (parts.size() == 2) {
             names.push_back(parts[0]);
             values.push_back(parts[1]);
@@ -104,7 +80,7 @@ extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size
     std::string expected = input.ConsumeRemainingBytesAsString().c_str();
     std::string const text = expected;
     for (std::size_t i = 0; i < names.size(); ++i) {
-        expected = replacedAll(expected, "%" + names[i] + "%", values[i]);
+        expected = kelFuzz::replacedAll(expected, "%" + names[i] + "%", values[i]);
     }
     KEL_FUZZ_CHECK_TEXT(expected, kelEnv::expand(text.c_str()).c_str());
     return 0;

@@ -203,6 +203,37 @@ inline std::vector<std::string> textsOf(KELKIT::kelListString const& list) {
     return texts;
 }
 
+// The non-empty runs of a text between separators, in order.
+inline std::vector<std::string> nonEmptyParts(std::string const& text, char separator) {
+    std::vector<std::string> parts;
+    std::string part;
+    for (char c : text + separator) {
+        if (c != separator) {
+            part += c;
+        } else if (!part.empty()) {
+            parts.push_back(part);
+            part.clear();
+        }
+    }
+    return parts;
+}
+
+// Every occurrence of from replaced by to, left to right, never searching what was put in; an
+// empty from replaces nothing (kelString::replace).
+inline std::string replacedAll(std::string const& text, std::string const& from,
+                               std::string const& to) {
+    if (from.empty()) {
+        return text;
+    }
+    std::string out;
+    std::size_t at = 0;
+    for (std::size_t found; (found = text.find(from, at)) != std::string::npos;) {
+        out += text.substr(at, found - at) + to;
+        at = found + from.size();
+    }
+    return out + text.substr(at);
+}
+
 // The targets whose models use the calendar run in UTC, where it has a closed form.
 inline int useUtc() {
     setenv("TZ", "UTC", 1);

@@ -67,16 +67,8 @@ void checkSplit(std::string const& path) {
     KEL_FUZZ_CHECK_TEXT(parentEnd == std::string::npos ? ".\\" : trimmed.substr(0, parentEnd + 1),
                         parent.c_str());
 
-    std::vector<std::string> parts = {"kept"};
-    std::string part;
-    for (char c : path + '\\') {
-        if (c != '\\') {
-            part += c;
-        } else if (!part.empty()) {
-            parts.push_back(part);
-            part.clear();
-        }
-    }
+    std::vector<std::string> parts = kelFuzz::nonEmptyParts(path, '\\');
+    parts.insert(parts.begin(), "kept");
     kelListString list;
     list.add(kelString("kept"));
     kelFiles::splitPaths(path.c_str(), list);

@@ -51,19 +51,6 @@ std::string patternName(std::string const& pattern, std::string const& name, UIn
     return out;
 }
 
-std::string replacedAll(std::string const& text, std::string const& from, std::string const& to) {
-    if (from.empty()) {
-        return text;
-    }
-    std::string out;
-    std::size_t at = 0;
-    for (std::size_t found; (found = text.find(from, at)) != std::string::npos;) {
-        out += text.substr(at, found - at) + to;
-        at = found + from.size();
-    }
-    return out + text.substr(at);
-}
-
 // The kinds of wildcard in order of first appearance, with their counts.
 std::vector<std::pair<char, std::size_t>> kindsOf(std::string const& text) {
     std::vector<std::pair<char, std::size_t>> kinds;
@@ -181,7 +168,7 @@ std::string expanded(std::string const& templateText, Names const& captures) {
 std::string replaceName(std::string const& from, std::string const& to, std::string const& name) {
     if (std::none_of(from.begin(), from.end(), isWildcard) &&
         std::none_of(to.begin(), to.end(), isWildcard)) {
-        return replacedAll(name, from, to);
+        return kelFuzz::replacedAll(name, from, to);
     }
     Names captures;
     if (!Matcher(from, name).match(captures)) {
