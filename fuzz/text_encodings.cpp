@@ -361,7 +361,7 @@ void checkCodePage(std::string const& text, std::uint8_t const* data, std::size_
         kelFuzz::HeapCount heap;
         kelString const encoded = Conv::fromUnicodeString(buffer);
         KEL_FUZZ_CHECK(kelFuzz::withinBudget(heap.allocated(), size));
-        KEL_FUZZ_CHECK(expected.substr(0, std::strlen(expected.c_str())) == encoded.c_str());
+        KEL_FUZZ_CHECK_TEXT(expected.substr(0, std::strlen(expected.c_str())), encoded.c_str());
     }
     // The pointer form reads to the 0 unit, which a copy with three 0 bytes behind always has.
     std::vector<std::uint8_t> padded(data, data + size);
@@ -376,8 +376,8 @@ void checkCodePage(std::string const& text, std::uint8_t const* data, std::size_
         }
     }
     std::string const all = encodeUnits(read, utf8);
-    KEL_FUZZ_CHECK(all.substr(0, std::strlen(all.c_str())) ==
-                   Conv::fromUnicodeString(padded.data()).c_str());
+    KEL_FUZZ_CHECK_TEXT(all.substr(0, std::strlen(all.c_str())),
+                        Conv::fromUnicodeString(padded.data()).c_str());
     KEL_FUZZ_CHECK(Conv::fromUnicodeString(static_cast<unsigned char const*>(nullptr)).empty());
 
     uselocale(previous);
