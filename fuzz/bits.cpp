@@ -24,7 +24,6 @@
 
 #include <cmath>
 #include <limits>
-#include <memory>
 
 using namespace KELKIT;
 
@@ -32,18 +31,7 @@ namespace {
 
 typedef std::vector<std::uint8_t> Bytes;
 
-// A heap block of exactly n bytes (none for 0), so that any access beyond it is reported.
-struct Block {
-    explicit Block(Bytes const& bytes)
-        : size(bytes.size()), data(size == 0 ? nullptr : new std::uint8_t[size]) {
-        if (size > 0) {
-            std::memcpy(data.get(), bytes.data(), size);
-        }
-    }
-    Bytes bytes() const { return Bytes(data.get(), data.get() + size); }
-    std::size_t size;
-    std::unique_ptr<std::uint8_t[]> data;
-};
+using kelFuzz::Block;
 
 bool sameDouble(double a, double b) {
     return (std::isnan(a) && std::isnan(b)) || std::memcmp(&a, &b, sizeof a) == 0;

@@ -24,6 +24,7 @@
 #include <cstring>
 #include <filesystem>
 #include <locale>
+#include <memory>
 #include <sstream>
 #include <string>
 #include <unistd.h>
@@ -185,6 +186,20 @@ inline std::string libraryPath(std::string path) {
     std::replace(path.begin(), path.end(), '/', '\\');
     return path;
 }
+
+// A heap block of exactly the given bytes (one of its own also when there are none), so that any
+// access beyond it is reported.
+struct Block {
+    explicit Block(std::vector<std::uint8_t> const& bytes)
+        : size(bytes.size()), data(new std::uint8_t[bytes.size()]) {
+        std::copy(bytes.begin(), bytes.end(), data.get());
+    }
+    std::vector<std::uint8_t> bytes() const {
+        return std::vector<std::uint8_t>(data.get(), data.get() + size);
+    }
+    std::size_t size;
+    std::unique_ptr<std::uint8_t[]> data;
+};
 
 // Replaces the file's content with the bytes.
 inline void writeFile(std::string const& path, std::string const& bytes) {

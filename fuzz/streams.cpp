@@ -26,15 +26,10 @@ namespace {
 typedef std::vector<std::uint8_t> Bytes;
 UInt32 const BLOCK = 10240;
 
-// A heap block of exactly n bytes (a block of its own also for 0), filled with a mark.
-struct Block {
-    explicit Block(std::size_t n) : size(n), data(new std::uint8_t[n]) {
-        std::memset(data.get(), 0xA5, n);
-    }
-    Bytes bytes() const { return Bytes(data.get(), data.get() + size); }
-    std::size_t size;
-    std::unique_ptr<std::uint8_t[]> data;
-};
+// A block of exactly n bytes, filled with a mark.
+kelFuzz::Block marked(std::size_t n) {
+    return kelFuzz::Block(Bytes(n, 0xA5));
+}
 
 // Up to maxLength bytes: a short piece of the input repeated, so that short inputs make the
 // long runs that take several blocks.
@@ -88,7 +83,7 @@ struct OutModel {
 
 // Reads n bytes into a block of exactly n: the count, and the block's bytes beyond it untouched.
 Bytes readBlock(kelInputStream& in, UInt32 n) {
-    Block block(n);
+    kelFuzz::Block const block = marked(n);
     UInt32 const count = in.read(block.data.get(), n);
     KEL_FUZZ_CHECK(count <= n);
     Bytes const all = block.bytes();
@@ -180,12 +175,13 @@ void runBuffers(FuzzedDataProvider& input) {
     in[0].bytes = consumeLong(input, 30000);
     in[0].closed = input.ConsumeIntegralInRange(0, 15) == 0; // a null buffer is closed at once
     in[1] = in[0];
-    Block source(in[0].bytes.size()); // never a null pointer, also when empty
+    kelFuzz::Block const source =
+        marked(in[0].bytes.size()); // never a null pointer, also when empty
     std::copy(in[0].bytes.begin(), in[0].bytes.end(), source.data.get());
     UInt8 const* const start = in[0].closed ? nullptr : source.data.get();
     kelBufferInputStream ins[2] = {kelBufferInputStream(start, in[0].left()),
                                    kelBufferInputStream(start, in[0].left())};
-    Block target(input.ConsumeIntegralInRange(0, 30000));
+    kelFuzz::Block const target = marked(input.ConsumeIntegralInRange(0, 30000));
     OutModel out;
     out.bytes = target.bytes();
     out.closed = input.ConsumeIntegralInRange(0, 15) == 0;
@@ -204,7 +200,7 @@ void runBuffers(FuzzedDataProvider& input) {
             break;
         case 2: {
             Bytes const data = consumeLong(input, 12000);
-            Block block(data.size());
+            kelFuzz::Block const block = marked(data.size());
             std::copy(data.begin(), data.end(), block.data.get());
             KEL_FUZZ_CHECK(sink.write(block.data.get(), UInt32(data.size())) == out.write(data));
             break;
@@ -294,7 +290,7 @@ void runFiles(FuzzedDataProvider& input) {
             int const op = input.ConsumeIntegralInRange(0, 3);
             if (op == 0) {
                 Bytes const data = consumeLong(input, 8000);
-                Block block(data.size());
+                kelFuzz::Block const block = marked(data.size());
                 std::copy(data.begin(), data.end(), block.data.get());
                 UInt32 const expected = closed[which] ? 0 : UInt32(data.size());
                 KEL_FUZZ_CHECK(out.write(block.data.get(), UInt32(data.size())) == expected);
@@ -332,7 +328,8 @@ void runFiles(FuzzedDataProvider& input) {
         }
     }
     if (!model.closed) {
-        Block target(input.ConsumeIntegralInRange<std::size_t>(0, written.size() + 2));
+        kelFuzz::Block const target =
+            marked(input.ConsumeIntegralInRange<std::size_t>(0, written.size() + 2));
         OutModel out;
         out.bytes = target.bytes();
         kelBufferOutputStream sink(target.data.get(), UInt32(target.size));
