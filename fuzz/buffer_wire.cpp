@@ -6,16 +6,18 @@
 
 #include <kelcore/memory/kelMemoryBuffer.h>
 
-#include <algorithm>
-#include <cstring>
-
 using namespace KELKIT;
+using kelFuzz::Ahead;
 using kelFuzz::Kind;
 
 namespace {
 
 std::vector<std::uint8_t> bytesOf(kelMemoryBuffer const& buffer) {
     return std::vector<std::uint8_t>(buffer.getBuffer(), buffer.getBuffer() + buffer.getSize());
+}
+
+bool same(kelMemoryBuffer const& a, kelMemoryBuffer const& b) {
+    return bytesOf(a) == bytesOf(b);
 }
 
 // The exact-width reads: the bytes least significant first when the size is the width, else 0.
@@ -44,52 +46,34 @@ void checkReads(kelMemoryBuffer const& buffer) {
     KEL_FUZZ_CHECK(text.substr(0, std::strlen(text.c_str())) == buffer.toString().c_str());
 }
 
-void readRun(kelISerializer& s, Kind kind, std::uint8_t const* data, UInt32 size) {
-    kelMemoryBuffer value(3);
-    value.set(reinterpret_cast<UInt8 const*>("old"));
-    for (int round = 0; round < 16; ++round) {
-        UInt32 const at = kelFuzz::Serializers::consumed(s, size);
-        kelFuzz::Counted const model(data + std::min(at, size), at < size ? size - at : 0);
-        std::vector<std::uint8_t> const old = bytesOf(value);
-        bool threw;
-        {
-            kelFuzz::HeapCount heap;
-            threw = kelFuzz::throws([&] { value.deserializeFrom(s); });
-            KEL_FUZZ_CHECK(kelFuzz::withinBudget(heap.allocated(), size));
-        }
-        UInt32 const after = kelFuzz::Serializers::consumed(s, size);
-        bool const memory = kind == Kind::Binary || kind == Kind::Memory;
-        KEL_FUZZ_CHECK(threw == (memory && !model.complete));
-        if (threw || after == at) {
-            KEL_FUZZ_CHECK(bytesOf(value) == old);
-            return;
-        }
-        if (model.complete) {
-            KEL_FUZZ_CHECK(after == at + 4 + model.count);
-            KEL_FUZZ_CHECK(bytesOf(value) == model.payload);
-        } else if (kind == Kind::File) {
-            // The file ends inside the payload: its bytes come first, or nothing changes.
-            std::vector<std::uint8_t> const got = bytesOf(value);
-            KEL_FUZZ_CHECK(got == old ||
-                           std::equal(model.payload.begin(), model.payload.end(), got.begin(),
-                                      got.begin() + std::min(got.size(), model.payload.size())));
-        }
-        checkReads(value);
-        kelBinarySerializer out;
-        value.serializeTo(out);
-        KEL_FUZZ_CHECK(out.getSize() == 4 + value.getSize());
-        KEL_FUZZ_CHECK(kelFuzz::littleEndian(out.getBufferC(), 4) == value.getSize());
-        kelMemoryBuffer back(1);
-        back.deserializeFrom(out);
-        KEL_FUZZ_CHECK(bytesOf(back) == bytesOf(value));
+void check(kelMemoryBuffer const& value, kelMemoryBuffer const& before, Kind kind, Ahead ahead,
+           bool complete, UInt32 consumed) {
+    kelFuzz::Counted const model(ahead.bytes, ahead.size);
+    std::vector<std::uint8_t> const got = bytesOf(value);
+    if (complete) {
+        KEL_FUZZ_CHECK(consumed == 4 + model.count);
+        KEL_FUZZ_CHECK(got == model.payload);
+    } else if (kind == Kind::File) {
+        // The file ends inside the payload: its bytes come first, or nothing changes.
+        KEL_FUZZ_CHECK(got == bytesOf(before) ||
+                       std::equal(model.payload.begin(), model.payload.end(), got.begin(),
+                                  got.begin() + std::min(got.size(), model.payload.size())));
     }
+    checkReads(value);
+    std::vector<std::uint8_t> const wire =
+        kelFuzz::writesBack(value, kelMemoryBuffer(1), 4 + got.size(), same);
+    kelFuzz::Counted const back(wire.data(), wire.size());
+    KEL_FUZZ_CHECK(back.complete && back.payload == got);
 }
 
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size) {
-    kelFuzz::Serializers serializers(data, size);
-    serializers.forEach(
-        [&](kelISerializer& s, Kind kind) { readRun(s, kind, data, static_cast<UInt32>(size)); });
+    kelMemoryBuffer initial(3);
+    initial.set(reinterpret_cast<UInt8 const*>("old"));
+    kelFuzz::readRuns(
+        data, size, initial,
+        [](Ahead ahead) { return kelFuzz::Counted(ahead.bytes, ahead.size).complete; }, same,
+        check);
     return 0;
 }

@@ -42,9 +42,7 @@ bool namesFound(std::string const& text, List const& list, int first, int last) 
 } // namespace
 
 extern "C" int LLVMFuzzerInitialize(int*, char***) {
-    setenv("TZ", "UTC", 1);
-    tzset();
-    return 0;
+    return kelFuzz::useUtc();
 }
 
 extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size) {

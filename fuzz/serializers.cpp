@@ -231,6 +231,12 @@ struct Model {
     }
 };
 
+// The typed forms, numbered as the operations pick them; bool (10) is apart.
+// clang-format off
+#define KEL_TYPED_FORMS(X) X(0, Float64) X(1, Float32) X(2, SInt64) X(3, SInt32) X(4, SInt16) \
+    X(5, SInt8) X(6, UInt64) X(7, UInt32) X(8, UInt16) X(9, UInt8)
+// clang-format on
+
 // A typed call of the given width: the scalar form for one element, the array form otherwise.
 void typedWrite(kelISerializer& s, int type, std::uint8_t const* bytes, std::uint32_t count,
                 bool scalar) {
@@ -248,16 +254,7 @@ void typedWrite(kelISerializer& s, int type, std::uint8_t const* bytes, std::uin
         }                                                                                          \
         break;                                                                                     \
     }
-        KEL_FORM(0, Float64)
-        KEL_FORM(1, Float32)
-        KEL_FORM(2, SInt64)
-        KEL_FORM(3, SInt32)
-        KEL_FORM(4, SInt16)
-        KEL_FORM(5, SInt8)
-        KEL_FORM(6, UInt64)
-        KEL_FORM(7, UInt32)
-        KEL_FORM(8, UInt16)
-        KEL_FORM(9, UInt8)
+        KEL_TYPED_FORMS(KEL_FORM)
 #undef KEL_FORM
     default: {
         bool values[8];
@@ -283,16 +280,7 @@ void typedRead(kelISerializer& s, int type, std::uint8_t* bytes, std::uint32_t c
             s.deserialize(reinterpret_cast<T*>(bytes), count);                                     \
         }                                                                                          \
         break;
-        KEL_FORM(0, Float64)
-        KEL_FORM(1, Float32)
-        KEL_FORM(2, SInt64)
-        KEL_FORM(3, SInt32)
-        KEL_FORM(4, SInt16)
-        KEL_FORM(5, SInt8)
-        KEL_FORM(6, UInt64)
-        KEL_FORM(7, UInt32)
-        KEL_FORM(8, UInt16)
-        KEL_FORM(9, UInt8)
+        KEL_TYPED_FORMS(KEL_FORM)
         KEL_FORM(10, bool)
 #undef KEL_FORM
     }

@@ -9,10 +9,8 @@
 
 #include <kelcore/strings/kelString.h>
 
-#include <algorithm>
-#include <cstring>
-
 using namespace KELKIT;
+using kelFuzz::Ahead;
 using kelFuzz::Kind;
 
 namespace {
@@ -22,51 +20,31 @@ std::string cutAtZero(std::vector<std::uint8_t> const& bytes) {
     return text.substr(0, std::strlen(text.c_str()));
 }
 
-void readRun(kelISerializer& s, Kind kind, std::uint8_t const* data, UInt32 size) {
-    kelString value("before");
-    for (int round = 0; round < 16; ++round) {
-        UInt32 const at = kelFuzz::Serializers::consumed(s, size);
-        // A buffered serializer moves on by what was asked, also beyond the end of its bytes.
-        kelFuzz::Counted const model(data + std::min(at, size), at < size ? size - at : 0);
-        kelString const old(value);
-        bool threw;
-        {
-            kelFuzz::HeapCount heap;
-            threw = kelFuzz::throws([&] { value.deserializeFrom(s); });
-            KEL_FUZZ_CHECK(kelFuzz::withinBudget(heap.allocated(), size));
-        }
-        UInt32 const after = kelFuzz::Serializers::consumed(s, size);
-        bool const memory = kind == Kind::Binary || kind == Kind::Memory;
-        KEL_FUZZ_CHECK(threw == (memory && !model.complete));
-        if (threw || after == at) {
-            KEL_FUZZ_CHECK(value == old);
-            return;
-        }
-        if (model.complete) {
-            KEL_FUZZ_CHECK(after == at + 4 + model.count);
-            KEL_FUZZ_CHECK(cutAtZero(model.payload) == value.c_str());
-        } else if (kind == Kind::File) {
-            // The file ends inside the text: at most the bytes present, or nothing.
-            KEL_FUZZ_CHECK(value == old || cutAtZero(model.payload) == value.c_str());
-        }
-        // Whatever was read, as the exact wire form, and back.
-        kelBinarySerializer out;
-        value.serializeTo(out);
-        KEL_FUZZ_CHECK(out.getSize() == 4 + value.size());
-        KEL_FUZZ_CHECK(kelFuzz::littleEndian(out.getBufferC(), 4) == value.size());
-        KEL_FUZZ_CHECK(value.size() == 0 ||
-                       std::memcmp(out.getBufferC() + 4, value.c_str(), value.size()) == 0);
-        kelString back("x");
-        back.deserializeFrom(out);
-        KEL_FUZZ_CHECK(back == value);
+void check(kelString const& value, kelString const& before, Kind kind, Ahead ahead, bool complete,
+           UInt32 consumed) {
+    kelFuzz::Counted const model(ahead.bytes, ahead.size);
+    if (complete) {
+        KEL_FUZZ_CHECK(consumed == 4 + model.count);
+        KEL_FUZZ_CHECK(cutAtZero(model.payload) == value.c_str());
+    } else if (kind == Kind::File) {
+        // The file ends inside the text: at most the bytes present, or nothing.
+        KEL_FUZZ_CHECK(value == before || cutAtZero(model.payload) == value.c_str());
     }
+    // Whatever was read, as the exact wire form, and back.
+    auto const same = [](kelString const& a, kelString const& b) { return a == b; };
+    std::vector<std::uint8_t> const wire =
+        kelFuzz::writesBack(value, kelString("x"), 4 + value.size(), same);
+    kelFuzz::Counted const back(wire.data(), wire.size());
+    KEL_FUZZ_CHECK(back.complete && std::string(back.payload.begin(), back.payload.end()) ==
+                                        std::string(value.c_str(), value.size()));
 }
 
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size) {
-    kelFuzz::Serializers serializers(data, size);
-    serializers.forEach(
-        [&](kelISerializer& s, Kind kind) { readRun(s, kind, data, static_cast<UInt32>(size)); });
+    kelFuzz::readRuns(
+        data, size, kelString("before"),
+        [](Ahead ahead) { return kelFuzz::Counted(ahead.bytes, ahead.size).complete; },
+        [](kelString const& a, kelString const& b) { return a == b; }, check);
     return 0;
 }

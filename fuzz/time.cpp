@@ -1,7 +1,7 @@
 // kelTime's text and wire forms, in UTC so that the calendar has a closed form. fromString takes
 // exactly "dddd/dd/dd dd:dd:dd" and reads out-of-range fields by carrying them over, as plain
 // arithmetic on days and seconds does; outside 1970 .. 3000/12/31 23:59:59 it changes nothing,
-// as it does for every text it refuses. The first 8 bytes read as the raw seconds through every
+// as it does for every text it refuses. Each 8 bytes read as the raw seconds through every
 // serializer, and a time of the calendar's range prints and parses back to itself.
 
 #include "kelFuzz.h"
@@ -74,27 +74,24 @@ void checkRaw(UInt64 raw) {
 } // namespace
 
 extern "C" int LLVMFuzzerInitialize(int*, char***) {
-    setenv("TZ", "UTC", 1);
-    tzset();
-    return 0;
+    return kelFuzz::useUtc();
 }
 
 extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size) {
     std::string const text(reinterpret_cast<char const*>(data), size);
     checkText(text.c_str());
 
-    kelFuzz::Serializers serializers(data, size);
-    serializers.forEach([&](kelISerializer& s, kelFuzz::Kind kind) {
-        kelTime time(7ull);
-        bool const threw = kelFuzz::throws([&] { time.deserializeFrom(s); });
-        bool const memory = kind == kelFuzz::Kind::Binary || kind == kelFuzz::Kind::Memory;
-        KEL_FUZZ_CHECK(threw == (memory && size < 8));
-        if (size >= 8) {
-            KEL_FUZZ_CHECK(time.getRawTime() == kelFuzz::littleEndian(data, 8));
-        } else if (size == 0 || threw) {
-            KEL_FUZZ_CHECK(time.getRawTime() == 7);
-        }
-    });
+    // A run of raw times: eight bytes each, short at the end of the input.
+    kelFuzz::readRuns(
+        data, size, kelTime(7ull), [](kelFuzz::Ahead ahead) { return ahead.size >= 8; },
+        [](kelTime const& a, kelTime const& b) { return a.getRawTime() == b.getRawTime(); },
+        [](kelTime const& value, kelTime const&, kelFuzz::Kind, kelFuzz::Ahead ahead, bool whole,
+           UInt32 consumed) {
+            if (whole) {
+                KEL_FUZZ_CHECK(consumed == 8);
+                KEL_FUZZ_CHECK(value.getRawTime() == kelFuzz::littleEndian(ahead.bytes, 8));
+            }
+        });
     if (size >= 8) {
         checkRaw(kelFuzz::littleEndian(data, 8));
         checkRaw(kelFuzz::littleEndian(data, 8) % (UInt64(LAST_SECOND) + 2));

@@ -8,10 +8,8 @@
 
 #include <kelcore/variant/kelVariant.h>
 
-#include <algorithm>
-#include <cstring>
-
 using namespace KELKIT;
+using kelFuzz::Ahead;
 using kelFuzz::Kind;
 
 namespace {
@@ -66,72 +64,56 @@ kelVariant numeric(int format, std::uint64_t cell) {
     return v;
 }
 
-void readRun(kelISerializer& s, Kind kind, std::uint8_t const* data, UInt32 size) {
-    kelVariant value("before");
-    for (int round = 0; round < 16; ++round) {
-        UInt32 const at = kelFuzz::Serializers::consumed(s, size);
-        std::size_t const available = at < size ? size - at : 0;
-        std::uint8_t const* const here = data + std::min(at, size);
-        int const format = available > 0 ? here[0] : -1;
-        kelFuzz::Counted const text(here + 1, available > 0 ? available - 1 : 0);
-        bool const complete = format < 0     ? false
-                              : format <= 10 ? available >= 9
-                              : format == 11 ? text.complete
-                              : format == 12 ? available >= 9
-                                             : true;
-        kelVariant const old(value);
-        bool threw;
-        {
-            kelFuzz::HeapCount heap;
-            threw = kelFuzz::throws([&] { value.deserializeFrom(s); });
-            KEL_FUZZ_CHECK(kelFuzz::withinBudget(heap.allocated(), size));
-        }
-        UInt32 const after = kelFuzz::Serializers::consumed(s, size);
-        bool const memory = kind == Kind::Binary || kind == Kind::Memory;
-        KEL_FUZZ_CHECK(threw == (memory && !complete));
-        if (threw || after == at) {
-            KEL_FUZZ_CHECK(value.getFormat().getValue() == old.getFormat().getValue());
-            KEL_FUZZ_CHECK(value == old); // same format: by the cell's bits, a NaN too
-            return;
-        }
-        if (complete) {
-            if (format <= 10) {
-                KEL_FUZZ_CHECK(after == at + 9);
-                kelVariant const expected = numeric(format, kelFuzz::littleEndian(here + 1, 8));
-                KEL_FUZZ_CHECK(value.getFormat().getValue() == format);
-                KEL_FUZZ_CHECK(value == expected);
-            } else if (format == 11) {
-                KEL_FUZZ_CHECK(after == at + 5 + text.count);
-                std::string bytes(text.payload.begin(), text.payload.end());
-                KEL_FUZZ_CHECK(value.getFormat().getValue() == F::String);
-                KEL_FUZZ_CHECK(bytes.substr(0, std::strlen(bytes.c_str())) ==
-                               value.getString().c_str());
-            } else if (format == 12) {
-                KEL_FUZZ_CHECK(after == at + 9);
-                KEL_FUZZ_CHECK(value.getFormat().getValue() == F::Time);
-                KEL_FUZZ_CHECK(value.getTime().getRawTime() == kelFuzz::littleEndian(here + 1, 8));
-            } else {
-                KEL_FUZZ_CHECK(after == at + 1);
-                KEL_FUZZ_CHECK(value.getFormat().getValue() == F::UInt8 && value.getUInt64() == 0);
-            }
-        }
-        kelBinarySerializer out;
-        value.serializeTo(out);
-        int const f = value.getFormat().getValue();
-        KEL_FUZZ_CHECK(out.getSize() == (f == F::String ? 5 + value.getString().size() : 9));
-        KEL_FUZZ_CHECK(out.getBufferC()[0] == f);
-        kelVariant back(UInt32(1));
-        back.deserializeFrom(out);
-        KEL_FUZZ_CHECK(back.getFormat().getValue() == f);
-        KEL_FUZZ_CHECK(back == value);
+bool same(kelVariant const& a, kelVariant const& b) {
+    // Same format, and by the cell's bits, so that a NaN equals itself.
+    return a.getFormat().getValue() == b.getFormat().getValue() && a == b;
+}
+
+// Whether a whole value lies ahead: a format byte and its cell or counted text.
+bool complete(Ahead ahead) {
+    if (ahead.size == 0) {
+        return false;
     }
+    int const format = ahead.bytes[0];
+    return format <= 10 || format == 12 ? ahead.size >= 9
+           : format == 11               ? kelFuzz::Counted(ahead.bytes + 1, ahead.size - 1).complete
+                                        : true;
+}
+
+void check(kelVariant const& value, kelVariant const&, Kind, Ahead ahead, bool whole,
+           UInt32 consumed) {
+    int const f = value.getFormat().getValue();
+    if (whole) {
+        int const format = ahead.bytes[0];
+        std::uint8_t const* const cell = ahead.bytes + 1;
+        if (format <= 10) {
+            KEL_FUZZ_CHECK(consumed == 9);
+            KEL_FUZZ_CHECK(same(value, numeric(format, kelFuzz::littleEndian(cell, 8))));
+        } else if (format == 11) {
+            kelFuzz::Counted const text(cell, ahead.size - 1);
+            KEL_FUZZ_CHECK(consumed == 5 + text.count);
+            std::string bytes(text.payload.begin(), text.payload.end());
+            KEL_FUZZ_CHECK(f == F::String);
+            KEL_FUZZ_CHECK(bytes.substr(0, std::strlen(bytes.c_str())) ==
+                           value.getString().c_str());
+        } else if (format == 12) {
+            KEL_FUZZ_CHECK(consumed == 9);
+            KEL_FUZZ_CHECK(f == F::Time);
+            KEL_FUZZ_CHECK(value.getTime().getRawTime() == kelFuzz::littleEndian(cell, 8));
+        } else {
+            KEL_FUZZ_CHECK(consumed == 1);
+            KEL_FUZZ_CHECK(f == F::UInt8 && value.getUInt64() == 0);
+        }
+    }
+    std::size_t const wireSize = f == F::String ? 5 + value.getString().size() : 9;
+    std::vector<std::uint8_t> const wire =
+        kelFuzz::writesBack(value, kelVariant(UInt32(1)), wireSize, same);
+    KEL_FUZZ_CHECK(wire[0] == f);
 }
 
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size) {
-    kelFuzz::Serializers serializers(data, size);
-    serializers.forEach(
-        [&](kelISerializer& s, Kind kind) { readRun(s, kind, data, static_cast<UInt32>(size)); });
+    kelFuzz::readRuns(data, size, kelVariant("before"), complete, same, check);
     return 0;
 }

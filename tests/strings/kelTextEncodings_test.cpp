@@ -207,6 +207,9 @@ TEST(kelTextEncodings, CodePageToUtf16AndBack) {
     // POSIX: the caller's locale. A program that never chose one is in the C locale, ASCII.
     EXPECT_EQ(0u, Conv::toUnicode("\xE9").getSize());
     EXPECT_STREQ("?x", Conv::fromUnicodeString(euro).c_str());
+    // Tag characters (U+E0000, U+E007F) that the code page lacks are replaced, not dropped.
+    UInt8 const tags[] = {0x40, 0xDB, 0x00, 0xDC, 'x', 0, 0x40, 0xDB, 0x7F, 0xDC, 0, 0};
+    EXPECT_STREQ("?x?", Conv::fromUnicodeString(tags).c_str());
     ASSERT_NE(nullptr, std::setlocale(LC_CTYPE, "C.UTF-8")); // the caller's choice
     std::string const text = "A" + utf8Of(0xE9) + utf8Of(0x20AC) + utf8Of(0x1F600);
     kelMemoryBuffer const utf16 = Conv::toUnicode(text.c_str());
@@ -215,6 +218,7 @@ TEST(kelTextEncodings, CodePageToUtf16AndBack) {
     EXPECT_EQ(0u, Conv::toUnicode("ab\xE2\x82").getSize()); // cut-off sequence
     UInt8 const lone[] = {0x00, 0xD8, 'A', 0, 0x00, 0xDC, 0, 0};
     EXPECT_STREQ("?A?", Conv::fromUnicodeString(lone).c_str());
+    EXPECT_EQ(utf8Of(0xE0000) + "x" + utf8Of(0xE007F), Conv::fromUnicodeString(tags).c_str());
     std::setlocale(LC_CTYPE, "C");
 #endif
 }

@@ -67,6 +67,8 @@ public:
         mBytes[mUsed++] = c;
     }
 
+    std::size_t size() const { return mUsed; }
+
     std::string const& bytes() {
         mBytes.resize(mUsed);
         return mBytes;
@@ -111,6 +113,42 @@ bool codePageToUtf16(char const* text, std::size_t length, std::u16string& out) 
     return true;
 }
 
+namespace {
+
+// Converts the UTF-16LE bytes [begin, end) of input (the count units) onto output. Like the
+// Windows conversion without flags: a character the code page cannot take, or a lone surrogate,
+// becomes '?', after a return to the initial shift state. False when iconv fails otherwise.
+bool convertUnits(iconv_t handle, std::string& input, std::size_t begin, std::size_t end,
+                  char16_t const* units, std::size_t count, Output& output) {
+    char* in = &input[begin];
+    std::size_t inLeft = end - begin;
+    int error = 0;
+    while (inLeft > 0 && output.convert(handle, &in, &inLeft, error) == FAILED) {
+        if (error != EILSEQ && error != EINVAL) {
+            return false;
+        }
+        if (output.convert(handle, nullptr, nullptr, error) == FAILED) {
+            return false;
+        }
+        output.put('?');
+        std::size_t const at = static_cast<std::size_t>(in - input.data()) / 2;
+        bool const pair = at + 1 < count && units[at] >= 0xD800 && units[at] <= 0xDBFF &&
+                          units[at + 1] >= 0xDC00 && units[at + 1] <= 0xDFFF;
+        std::size_t const skip = error == EINVAL ? inLeft : (pair ? 4 : 2);
+        in += skip;
+        inLeft -= skip;
+    }
+    return true;
+}
+
+// A tag character, U+E0000 to U+E007F, as its surrogate pair at units[at].
+bool isTagCharacter(char16_t const* units, std::size_t count, std::size_t at) {
+    return at + 1 < count && units[at] == 0xDB40 && units[at + 1] >= 0xDC00 &&
+           units[at + 1] <= 0xDC7F;
+}
+
+} // namespace
+
 bool utf16ToCodePage(char16_t const* units, std::size_t count, std::string& out) {
     out.clear();
     if (count == 0) {
@@ -129,29 +167,30 @@ bool utf16ToCodePage(char16_t const* units, std::size_t count, std::string& out)
         input[2 * i + 1] = static_cast<char>(units[i] >> 8);
     }
     Output output(count + count / 2);
-    char* in = &input[0];
-    std::size_t inLeft = input.size();
-    int error = 0;
-    while (output.convert(descriptor.get(), &in, &inLeft, error) == FAILED) {
-        if (error != EILSEQ && error != EINVAL) {
+    // glibc drops a tag character that the code page lacks instead of failing on it as on every
+    // other character, which would lose it without a trace: each goes through on its own, and
+    // one that gives nothing becomes '?' like the rest.
+    std::size_t start = 0;
+    for (std::size_t i = 0; i <= count; ++i) {
+        bool const tag = i < count && isTagCharacter(units, count, i);
+        if (!tag && i < count) {
+            continue;
+        }
+        if (!convertUnits(descriptor.get(), input, 2 * start, 2 * i, units, count, output)) {
             return false;
         }
-        // Like the Windows conversion without flags: the character the code page cannot take,
-        // or a lone surrogate, becomes '?', after a return to the initial shift state.
-        if (output.convert(descriptor.get(), nullptr, nullptr, error) == FAILED) {
-            return false;
-        }
-        output.put('?');
-        std::size_t const at = static_cast<std::size_t>(in - input.data()) / 2;
-        bool const pair = at + 1 < count && units[at] >= 0xD800 && units[at] <= 0xDBFF &&
-                          units[at + 1] >= 0xDC00 && units[at + 1] <= 0xDFFF;
-        std::size_t const skip = error == EINVAL ? inLeft : (pair ? 4 : 2);
-        in += skip;
-        inLeft -= skip;
-        if (inLeft == 0) {
-            break;
+        if (tag) {
+            std::size_t const before = output.size();
+            if (!convertUnits(descriptor.get(), input, 2 * i, 2 * i + 4, units, count, output)) {
+                return false;
+            }
+            if (output.size() == before) {
+                output.put('?');
+            }
+            start = ++i + 1;
         }
     }
+    int error = 0;
     if (output.convert(descriptor.get(), nullptr, nullptr, error) == FAILED) {
         return false;
     }
