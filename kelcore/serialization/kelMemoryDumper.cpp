@@ -30,7 +30,7 @@ kelMemoryBuffer& kelMemoryDumper::getBuffer() {
     return mBuffer;
 }
 
-// With the spare room the buffer keeps, a value is one store.
+// With the spare room the buffer keeps, a value is one store; the inline forms do the same.
 void kelMemoryDumper::append(void const* data, UInt64 size) {
     if (size == 0) {
         return;
@@ -69,9 +69,6 @@ void kelMemoryDumper::dump(kelString const& value) {
         if (values != nullptr) {                                                                   \
             append(values, static_cast<UInt64>(count) * sizeof(T));                                \
         }                                                                                          \
-    }                                                                                              \
-    void kelMemoryDumper::dump(T value) {                                                          \
-        append(&value, sizeof(T));                                                                 \
     }
 
 KEL_MEMORY_DUMPER_FORMS(Float64)
