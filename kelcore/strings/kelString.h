@@ -59,7 +59,7 @@ public:
     // append(char) goes through a one-character text: the byte 0 appends nothing.
     void append(kelString const& text);
     void append(char const* text);
-    void append(char c); // inline, as operator+=(char)
+    inline void append(char c);
     // Removes the one character at pos (not the rest of the text).
     void erase(UInt32 pos);
     void erase(UInt32 pos, UInt32 count);
@@ -98,8 +98,9 @@ public:
     kelString const& operator=(char c);
     kelString const& operator+=(kelString const& text);
     kelString const& operator+=(char const* text);
-    // Inline, so that appending a character costs no call while the text has room for it.
-    kelString const& operator+=(char c);
+    // Inline (as append(char)), so that appending a character costs no call while the text has
+    // room for it.
+    inline kelString const& operator+=(char c);
     // Not const: a + b appends b to a itself and returns a copy of the result.
     kelString operator+(kelString const& text);
     kelString operator+(char const* text);
