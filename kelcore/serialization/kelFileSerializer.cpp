@@ -70,18 +70,19 @@ UInt32 kelFileSerializer::getSize() const {
         return 0;
     }
     std::FILE* const file = mFile.get();
-    // While reading, nothing of ours waits to be written (turning to reading sought, which
-    // flushes): the file's own length is the answer, and the stream keeps its read buffer,
-    // which readers that ask for the remaining size after every piece rely on.
-    if (mLastOperation == Operation::Deserialize) {
-        bool const alone = mFile.use_count() == 1;
-        if (alone && mLengthKept && mReadPosition < mKeptLength) {
+    // While this object reads and alone uses the stream, nothing waits to be written (turning to
+    // reading sought, which flushes): the file's own length is the answer, and the stream keeps
+    // its read buffer. The length is kept until reading reaches it, so that readers that ask
+    // before every value cost no system call each. A copy sharing the stream may hold unwritten
+    // bytes, which only the seek to the end counts on every platform.
+    if (mLastOperation == Operation::Deserialize && mFile.use_count() == 1) {
+        if (mLengthKept && mReadPosition < mKeptLength) {
             return mKeptLength;
         }
         long long length = 0;
         if (platform::fileStreamLength(file, length)) {
             mKeptLength = length < 0 ? 0 : static_cast<UInt32>(length);
-            mLengthKept = alone;
+            mLengthKept = true;
             return mKeptLength;
         }
     }

@@ -51,9 +51,9 @@ public:
     void flushFile();
 
     // The file's length including what is not flushed yet; 0 while closed. While this object
-    // reads and is the only one using its stream, the length taken at the first question is
-    // kept until reading reaches it, a read comes back short, or this object writes, flushes,
-    // clears or closes: another writer's change to the file shows from then on.
+    // reads and alone uses its stream, the length taken at the first question is kept until
+    // reading reaches it, a read comes back short, or this object writes, flushes, clears or
+    // closes: a change to the file by another program shows from then on.
     UInt32 getSize() const override;
     UInt32 getRemainingSize() const override;
     // Closes and opens again (emptying the file unless the mode is Read), both positions 0.
