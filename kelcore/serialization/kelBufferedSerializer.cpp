@@ -6,12 +6,12 @@ namespace KELKIT {
 
 kelBufferedSerializer::kelBufferedSerializer()
     : mWritePosition(0), mReadPosition(0), mWriteBlock(nullptr), mReadBlock(nullptr),
-      mReadOffset(0) {}
+      mReadOffset(0), mWriteEnd(0), mReadEnd(0) {}
 
 kelBufferedSerializer::kelBufferedSerializer(kelBufferedSerializer const& other)
     : kelISerializer(other), kelAbstractSerializer(other), mBuffer(other.mBuffer),
       mWritePosition(other.mWritePosition), mReadPosition(other.mReadPosition),
-      mWriteBlock(nullptr), mReadBlock(nullptr), mReadOffset(0) {}
+      mWriteBlock(nullptr), mReadBlock(nullptr), mReadOffset(0), mWriteEnd(0), mReadEnd(0) {}
 
 kelBufferedSerializer& kelBufferedSerializer::operator=(kelBufferedSerializer const& other) {
     mBuffer = other.mBuffer;
@@ -74,6 +74,17 @@ void kelBufferedSerializer::deserializeData(void* data, UInt32 size) {
     openReadWindow();
 }
 
+namespace {
+
+// Where a window from offset in a block of the given capacity ends: at the capacity, unless the
+// position standing at offset would reach 4 GiB first.
+UInt32 windowEnd(UInt32 capacity, UInt32 offset, UInt32 position) {
+    UInt32 const beforeWrap = 0xFFFFFFFFu - position;
+    return capacity - offset < beforeWrap ? capacity : offset + beforeWrap;
+}
+
+} // namespace
+
 // Only the last block: its used count is not part of the way to any offset in it or in an
 // earlier block, so the direct writes change no other block's place nor the store's cursor.
 // The windows open only here, never in a constructor: while the constructors of this class run,
@@ -88,6 +99,7 @@ void kelBufferedSerializer::openWriteWindow() {
         mBuffer.getBlockAt(mWritePosition, block, offset) &&
         block == mBuffer.mBlocks.get(count - 1) && offset == block->used) {
         mWriteBlock = block;
+        mWriteEnd = windowEnd(block->capacity, block->used, mWritePosition);
     }
 }
 
@@ -98,6 +110,7 @@ void kelBufferedSerializer::openReadWindow() {
     if (internal::isExactly(*this) && mBuffer.getBlockAt(mReadPosition, block, offset)) {
         mReadBlock = block;
         mReadOffset = offset;
+        mReadEnd = windowEnd(block->capacity, offset, mReadPosition);
     }
 }
 

@@ -77,21 +77,22 @@ private:
     // Where the inline forms go without asking the store: the last block of the chain while the
     // write position stands at the end of its data, and the block that holds the read position
     // with the offset in it. Null when unknown or when this object is not exactly a
-    // kelBufferedSerializer; set again by the general path.
+    // kelBufferedSerializer; set again by the general path. Each window ends at its block's
+    // capacity, or earlier where the position would otherwise wrap at 4 GiB.
     kelMemoryBlock* mWriteBlock;
     kelMemoryBlock const* mReadBlock;
     UInt32 mReadOffset;
+    UInt32 mWriteEnd;
+    UInt32 mReadEnd;
 };
 
 // What the store does with a value that fits the window: a write appends to the last block's
 // data and counts it; a read copies from the block, where bytes up to its capacity count,
-// written or not. The positions stop short of wrapping at 4 GiB. The read goes through a copy,
-// as the destination may lie inside the block.
+// written or not. The read goes through a copy, as the destination may lie inside the block.
 template <typename T>
 inline void kelBufferedSerializer::put(T value) {
     kelMemoryBlock* const block = mWriteBlock;
-    if (block != nullptr && sizeof(T) <= block->capacity - block->used &&
-        mWritePosition <= 0xFFFFFFFFu - sizeof(T)) {
+    if (block != nullptr && sizeof(T) <= mWriteEnd - block->used) {
         std::memcpy(block->data + block->used, &value, sizeof(T));
         block->used += sizeof(T);
         mBuffer.mTotalUsed += sizeof(T);
@@ -104,8 +105,7 @@ inline void kelBufferedSerializer::put(T value) {
 template <typename T>
 inline void kelBufferedSerializer::get(T& value) {
     kelMemoryBlock const* const block = mReadBlock;
-    if (block != nullptr && sizeof(T) <= block->capacity - mReadOffset &&
-        mReadPosition <= 0xFFFFFFFFu - sizeof(T)) {
+    if (block != nullptr && sizeof(T) <= mReadEnd - mReadOffset) {
         unsigned char bytes[sizeof(T)];
         std::memcpy(bytes, block->data + mReadOffset, sizeof(T));
         std::memcpy(&value, bytes, sizeof(T));
