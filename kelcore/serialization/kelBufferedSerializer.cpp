@@ -6,12 +6,13 @@ namespace KELKIT {
 
 kelBufferedSerializer::kelBufferedSerializer()
     : mWritePosition(0), mReadPosition(0), mWriteBlock(nullptr), mReadBlock(nullptr),
-      mReadOffset(0), mWriteEnd(0), mReadEnd(0) {}
+      mWriteOffset(0), mReadOffset(0), mWriteEnd(0), mReadEnd(0) {}
 
 kelBufferedSerializer::kelBufferedSerializer(kelBufferedSerializer const& other)
     : kelISerializer(other), kelAbstractSerializer(other), mBuffer(other.mBuffer),
       mWritePosition(other.mWritePosition), mReadPosition(other.mReadPosition),
-      mWriteBlock(nullptr), mReadBlock(nullptr), mReadOffset(0), mWriteEnd(0), mReadEnd(0) {}
+      mWriteBlock(nullptr), mReadBlock(nullptr), mWriteOffset(0), mReadOffset(0), mWriteEnd(0),
+      mReadEnd(0) {}
 
 kelBufferedSerializer& kelBufferedSerializer::operator=(kelBufferedSerializer const& other) {
     mBuffer = other.mBuffer;
@@ -99,7 +100,8 @@ void kelBufferedSerializer::openWriteWindow() {
         mBuffer.getBlockAt(mWritePosition, block, offset) &&
         block == mBuffer.mBlocks.get(count - 1) && offset == block->used) {
         mWriteBlock = block;
-        mWriteEnd = windowEnd(block->capacity, block->used, mWritePosition);
+        mWriteOffset = offset;
+        mWriteEnd = windowEnd(block->capacity, offset, mWritePosition);
     }
 }
 

@@ -75,12 +75,15 @@ private:
     UInt32 mWritePosition;
     UInt32 mReadPosition;
     // Where the inline forms go without asking the store: the last block of the chain while the
-    // write position stands at the end of its data, and the block that holds the read position
-    // with the offset in it. Null when unknown or when this object is not exactly a
-    // kelBufferedSerializer; set again by the general path. Each window ends at its block's
-    // capacity, or earlier where the position would otherwise wrap at 4 GiB.
+    // write position stands at the end of its data, and the block that holds the read position.
+    // Null when unknown or when this object is not exactly a kelBufferedSerializer; set again by
+    // the general path. The offsets stand where the positions do in the blocks (for writing, it
+    // is the block's used count, kept here too so that a run of writes never reads it back from
+    // the block); each window ends at its block's capacity, or earlier where the position would
+    // otherwise wrap at 4 GiB.
     kelMemoryBlock* mWriteBlock;
     kelMemoryBlock const* mReadBlock;
+    UInt32 mWriteOffset;
     UInt32 mReadOffset;
     UInt32 mWriteEnd;
     UInt32 mReadEnd;
@@ -92,9 +95,11 @@ private:
 template <typename T>
 inline void kelBufferedSerializer::put(T value) {
     kelMemoryBlock* const block = mWriteBlock;
-    if (block != nullptr && sizeof(T) <= mWriteEnd - block->used) {
-        std::memcpy(block->data + block->used, &value, sizeof(T));
-        block->used += sizeof(T);
+    UInt32 const used = mWriteOffset;
+    if (block != nullptr && sizeof(T) <= mWriteEnd - used) {
+        std::memcpy(block->data + used, &value, sizeof(T));
+        block->used = used + sizeof(T);
+        mWriteOffset = used + sizeof(T);
         mBuffer.mTotalUsed += sizeof(T);
         mWritePosition += sizeof(T);
     } else {
