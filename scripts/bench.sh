@@ -36,6 +36,8 @@ kelBufferedSerializer 4-byte reads, 256 MiB|BM_kelBufferedSerializer_Read4/26843
 kelString += char, 64 KiB|BM_kelString_AppendChar/65536|BM_stdString_AppendChar/65536
 kelString::append(char), 64 KiB|BM_kelString_AppendCharCall/65536|BM_stdString_AppendChar/65536
 kelTime seven field getters / one getAll|BM_kelTime_SevenGetters|BM_kelTime_GetAll
+kelMemoryDumper 1 million 4-byte dumps|BM_kelMemoryDumper_Dump4Bytes|BM_stdVector_Append4Bytes
+kelString 100,000 short texts from a file|BM_kelString_ReadShortTextsFromFile|BM_stdio_ReadShortTextsFromFile
 '
 echo
 awk -F, -v pairs="$pairs" '

@@ -14,17 +14,33 @@
 // platform the library is built for is one.
 static_assert(__BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__, "the dump needs a little-endian host");
 
-#define KEL_DUMPER_NUMBER_FORMS(Dumper, sink, T)                                                   \
+#define KEL_DUMPER_NUMBER_ARRAY_FORM(Dumper, sink, T)                                              \
     void Dumper::dump(T const* values, UInt32 count) {                                             \
         if (values != nullptr) {                                                                   \
             sink(values, static_cast<UInt64>(count) * sizeof(T));                                  \
         }                                                                                          \
-    }                                                                                              \
+    }
+
+#define KEL_DUMPER_NUMBER_VALUE_FORM(Dumper, sink, T)                                              \
     void Dumper::dump(T value) {                                                                   \
         sink(&value, sizeof(T));                                                                   \
     }
 
-#define KEL_DUMPER_FORMS(Dumper, sink)                                                             \
+#define KEL_DUMPER_EACH_NUMBER(FORM, Dumper, sink)                                                 \
+    FORM(Dumper, sink, Float64)                                                                    \
+    FORM(Dumper, sink, Float32)                                                                    \
+    FORM(Dumper, sink, SInt64)                                                                     \
+    FORM(Dumper, sink, SInt32)                                                                     \
+    FORM(Dumper, sink, SInt16)                                                                     \
+    FORM(Dumper, sink, SInt8)                                                                      \
+    FORM(Dumper, sink, UInt64)                                                                     \
+    FORM(Dumper, sink, UInt32)                                                                     \
+    FORM(Dumper, sink, UInt16)                                                                     \
+    FORM(Dumper, sink, UInt8)                                                                      \
+    FORM(Dumper, sink, bool)
+
+// Every form but the single numbers, which a dumper may define inline in its header.
+#define KEL_DUMPER_ARRAY_FORMS(Dumper, sink)                                                       \
     void Dumper::dump(kelMemoryBuffer const* values, UInt32 count) {                               \
         for (UInt32 i = 0; values != nullptr && i < count; ++i) {                                  \
             dump(values[i]);                                                                       \
@@ -41,16 +57,10 @@ static_assert(__BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__, "the dump needs a littl
     void Dumper::dump(kelString const& value) {                                                    \
         dump(reinterpret_cast<UInt8 const*>(value.c_str()), value.size());                         \
     }                                                                                              \
-    KEL_DUMPER_NUMBER_FORMS(Dumper, sink, Float64)                                                 \
-    KEL_DUMPER_NUMBER_FORMS(Dumper, sink, Float32)                                                 \
-    KEL_DUMPER_NUMBER_FORMS(Dumper, sink, SInt64)                                                  \
-    KEL_DUMPER_NUMBER_FORMS(Dumper, sink, SInt32)                                                  \
-    KEL_DUMPER_NUMBER_FORMS(Dumper, sink, SInt16)                                                  \
-    KEL_DUMPER_NUMBER_FORMS(Dumper, sink, SInt8)                                                   \
-    KEL_DUMPER_NUMBER_FORMS(Dumper, sink, UInt64)                                                  \
-    KEL_DUMPER_NUMBER_FORMS(Dumper, sink, UInt32)                                                  \
-    KEL_DUMPER_NUMBER_FORMS(Dumper, sink, UInt16)                                                  \
-    KEL_DUMPER_NUMBER_FORMS(Dumper, sink, UInt8)                                                   \
-    KEL_DUMPER_NUMBER_FORMS(Dumper, sink, bool)
+    KEL_DUMPER_EACH_NUMBER(KEL_DUMPER_NUMBER_ARRAY_FORM, Dumper, sink)
+
+#define KEL_DUMPER_FORMS(Dumper, sink)                                                             \
+    KEL_DUMPER_ARRAY_FORMS(Dumper, sink)                                                           \
+    KEL_DUMPER_EACH_NUMBER(KEL_DUMPER_NUMBER_VALUE_FORM, Dumper, sink)
 
 #endif

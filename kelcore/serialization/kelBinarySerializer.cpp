@@ -17,7 +17,7 @@ constexpr UInt64 MAX_CAPACITY = 0xFFFFFFFFull;
 
 kelBinarySerializer::kelBinarySerializer()
     : mAllocationChunk(DEFAULT_CHUNK), mBuffer(nullptr), mWritePosition(0), mReadPosition(0),
-      mCapacity(0) {}
+      mCapacity(0), mDirectCapacity(0) {}
 
 kelBinarySerializer::kelBinarySerializer(const UInt8* data, UInt32 size) : kelBinarySerializer() {
     copyBuffer(data, size);
@@ -25,7 +25,7 @@ kelBinarySerializer::kelBinarySerializer(const UInt8* data, UInt32 size) : kelBi
 
 kelBinarySerializer::kelBinarySerializer(const kelBinarySerializer& other)
     : kelISerializer(other), kelAbstractSerializer(other), mAllocationChunk(DEFAULT_CHUNK),
-      mBuffer(nullptr), mWritePosition(0), mReadPosition(0), mCapacity(0) {
+      mBuffer(nullptr), mWritePosition(0), mReadPosition(0), mCapacity(0), mDirectCapacity(0) {
     copyBuffer(other.mBuffer, other.mCapacity);
 }
 
@@ -79,12 +79,14 @@ void kelBinarySerializer::serializeData(const void* data, UInt32 size) {
         std::memcpy(mBuffer + mWritePosition, data, size);
     }
     mWritePosition += size;
+    openDirectPath();
 }
 
 void kelBinarySerializer::deserializeData(void* data, UInt32 size) {
     if (static_cast<UInt64>(mReadPosition) + size > mCapacity) {
         KEL_THROW("Unable to desialize data. Buffer is too small");
     }
+    openDirectPath();
     if (size == 0) {
         return;
     }
@@ -94,6 +96,12 @@ void kelBinarySerializer::deserializeData(void* data, UInt32 size) {
     }
     std::memcpy(data, mBuffer + mReadPosition, size);
     mReadPosition += size;
+}
+
+// Only here, never in a constructor: while the constructors of this class run, every object
+// looks exactly like a kelBinarySerializer, even one that is to be of a derived class.
+void kelBinarySerializer::openDirectPath() {
+    mDirectCapacity = internal::isExactly(*this) ? mCapacity : 0;
 }
 
 void kelBinarySerializer::setAllocationChunk(UInt32 chunk) {
@@ -124,6 +132,7 @@ void kelBinarySerializer::clearData() {
     mWritePosition = 0;
     mReadPosition = 0;
     mCapacity = 0;
+    mDirectCapacity = 0;
 }
 
 void kelBinarySerializer::loadData(const UInt8* data, UInt32 size) {
@@ -169,41 +178,5 @@ bool kelBinarySerializer::resize(UInt32 size) {
     }
     return true;
 }
-
-// The direct path does what serializeData and deserializeData do when the value fits: a write
-// that ends before the capacity (a byte always stays free), a read that ends within it.
-#define KEL_FIXED_WIDTH_FORMS(T)                                                                   \
-    void kelBinarySerializer::serialize(T value) {                                                 \
-        if (internal::isExactly(*this) &&                                                          \
-            static_cast<UInt64>(mWritePosition) + sizeof(T) < mCapacity) {                         \
-            internal::storeValue(mBuffer + mWritePosition, value);                                 \
-            mWritePosition += sizeof(T);                                                           \
-            return;                                                                                \
-        }                                                                                          \
-        kelAbstractSerializer::serialize(value);                                                   \
-    }                                                                                              \
-    void kelBinarySerializer::deserialize(T& value) {                                              \
-        if (internal::isExactly(*this) &&                                                          \
-            static_cast<UInt64>(mReadPosition) + sizeof(T) <= mCapacity) {                         \
-            internal::loadValue(value, mBuffer + mReadPosition);                                   \
-            mReadPosition += sizeof(T);                                                            \
-            return;                                                                                \
-        }                                                                                          \
-        kelAbstractSerializer::deserialize(value);                                                 \
-    }
-
-KEL_FIXED_WIDTH_FORMS(Float64)
-KEL_FIXED_WIDTH_FORMS(Float32)
-KEL_FIXED_WIDTH_FORMS(SInt64)
-KEL_FIXED_WIDTH_FORMS(SInt32)
-KEL_FIXED_WIDTH_FORMS(SInt16)
-KEL_FIXED_WIDTH_FORMS(SInt8)
-KEL_FIXED_WIDTH_FORMS(UInt64)
-KEL_FIXED_WIDTH_FORMS(UInt32)
-KEL_FIXED_WIDTH_FORMS(UInt16)
-KEL_FIXED_WIDTH_FORMS(UInt8)
-KEL_FIXED_WIDTH_FORMS(bool)
-
-#undef KEL_FIXED_WIDTH_FORMS
 
 } // namespace KELKIT

@@ -6,12 +6,13 @@ namespace KELKIT {
 
 kelBufferedSerializer::kelBufferedSerializer()
     : mWritePosition(0), mReadPosition(0), mWriteBlock(nullptr), mReadBlock(nullptr),
-      mReadOffset(0) {}
+      mWriteOffset(0), mReadOffset(0), mWriteEnd(0), mReadEnd(0) {}
 
 kelBufferedSerializer::kelBufferedSerializer(kelBufferedSerializer const& other)
     : kelISerializer(other), kelAbstractSerializer(other), mBuffer(other.mBuffer),
       mWritePosition(other.mWritePosition), mReadPosition(other.mReadPosition),
-      mWriteBlock(nullptr), mReadBlock(nullptr), mReadOffset(0) {}
+      mWriteBlock(nullptr), mReadBlock(nullptr), mWriteOffset(0), mReadOffset(0), mWriteEnd(0),
+      mReadEnd(0) {}
 
 kelBufferedSerializer& kelBufferedSerializer::operator=(kelBufferedSerializer const& other) {
     mBuffer = other.mBuffer;
@@ -74,16 +75,33 @@ void kelBufferedSerializer::deserializeData(void* data, UInt32 size) {
     openReadWindow();
 }
 
+namespace {
+
+// Where a window from offset in a block of the given capacity ends: at the capacity, unless the
+// position standing at offset would reach 4 GiB first.
+UInt32 windowEnd(UInt32 capacity, UInt32 offset, UInt32 position) {
+    UInt32 const beforeWrap = 0xFFFFFFFFu - position;
+    return capacity - offset < beforeWrap ? capacity : offset + beforeWrap;
+}
+
+} // namespace
+
 // Only the last block: its used count is not part of the way to any offset in it or in an
 // earlier block, so the direct writes change no other block's place nor the store's cursor.
+// The windows open only here, never in a constructor: while the constructors of this class run,
+// every object looks exactly like a kelBufferedSerializer, even one that is to be of a derived
+// class.
 void kelBufferedSerializer::openWriteWindow() {
     mWriteBlock = nullptr;
     kelMemoryBlock* block = nullptr;
     UInt32 offset = 0;
     UInt32 const count = mBuffer.mBlocks.size();
-    if (count != 0 && mBuffer.getBlockAt(mWritePosition, block, offset) &&
+    if (count != 0 && internal::isExactly(*this) &&
+        mBuffer.getBlockAt(mWritePosition, block, offset) &&
         block == mBuffer.mBlocks.get(count - 1) && offset == block->used) {
         mWriteBlock = block;
+        mWriteOffset = offset;
+        mWriteEnd = windowEnd(block->capacity, offset, mWritePosition);
     }
 }
 
@@ -91,54 +109,11 @@ void kelBufferedSerializer::openReadWindow() {
     mReadBlock = nullptr;
     kelMemoryBlock* block = nullptr;
     UInt32 offset = 0;
-    if (mBuffer.getBlockAt(mReadPosition, block, offset)) {
+    if (internal::isExactly(*this) && mBuffer.getBlockAt(mReadPosition, block, offset)) {
         mReadBlock = block;
         mReadOffset = offset;
+        mReadEnd = windowEnd(block->capacity, offset, mReadPosition);
     }
 }
-
-// The direct path does what the store does with a value that fits the window: a write appends
-// to the last block's data and counts it; a read copies from the block, where bytes up to its
-// capacity count, written or not. The positions stop short of wrapping at 4 GiB.
-#define KEL_FIXED_WIDTH_FORMS(T)                                                                   \
-    void kelBufferedSerializer::serialize(T value) {                                               \
-        kelMemoryBlock* const block = mWriteBlock;                                                 \
-        if (block != nullptr && internal::isExactly(*this) &&                                      \
-            sizeof(T) <= block->capacity - block->used &&                                          \
-            mWritePosition <= 0xFFFFFFFFu - sizeof(T)) {                                           \
-            internal::storeValue(block->data + block->used, value);                                \
-            block->used += sizeof(T);                                                              \
-            mBuffer.mTotalUsed += sizeof(T);                                                       \
-            mWritePosition += sizeof(T);                                                           \
-            return;                                                                                \
-        }                                                                                          \
-        kelAbstractSerializer::serialize(value);                                                   \
-    }                                                                                              \
-    void kelBufferedSerializer::deserialize(T& value) {                                            \
-        kelMemoryBlock const* const block = mReadBlock;                                            \
-        if (block != nullptr && internal::isExactly(*this) &&                                      \
-            sizeof(T) <= block->capacity - mReadOffset &&                                          \
-            mReadPosition <= 0xFFFFFFFFu - sizeof(T)) {                                            \
-            internal::loadValue(value, block->data + mReadOffset);                                 \
-            mReadOffset += sizeof(T);                                                              \
-            mReadPosition += sizeof(T);                                                            \
-            return;                                                                                \
-        }                                                                                          \
-        kelAbstractSerializer::deserialize(value);                                                 \
-    }
-
-KEL_FIXED_WIDTH_FORMS(Float64)
-KEL_FIXED_WIDTH_FORMS(Float32)
-KEL_FIXED_WIDTH_FORMS(SInt64)
-KEL_FIXED_WIDTH_FORMS(SInt32)
-KEL_FIXED_WIDTH_FORMS(SInt16)
-KEL_FIXED_WIDTH_FORMS(SInt8)
-KEL_FIXED_WIDTH_FORMS(UInt64)
-KEL_FIXED_WIDTH_FORMS(UInt32)
-KEL_FIXED_WIDTH_FORMS(UInt16)
-KEL_FIXED_WIDTH_FORMS(UInt8)
-KEL_FIXED_WIDTH_FORMS(bool)
-
-#undef KEL_FIXED_WIDTH_FORMS
 
 } // namespace KELKIT

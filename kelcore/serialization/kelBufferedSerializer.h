@@ -4,6 +4,8 @@
 #include <kelcore/memory/kelLinkedBuffer.h>
 #include <kelcore/serialization/kelAbstractSerializer.h>
 
+#include <cstring>
+
 namespace KELKIT {
 
 // A serializer over a linked buffer, which grows without copying what it holds.
@@ -28,33 +30,33 @@ public:
     void clearData() override;
     void loadData(UInt8 const* data, UInt32 size) override;
 
-    // The fixed-width values go straight into the block while this object is exactly a
-    // kelBufferedSerializer and the block has room for them; otherwise, and in any derived class,
-    // they take the path through serializeData and deserializeData.
+    // The fixed-width values are inline so that a run of them costs no call: each goes straight
+    // into the block while it has room and this object is exactly a kelBufferedSerializer;
+    // otherwise, and in any derived class, through serializeData and deserializeData.
     using kelAbstractSerializer::deserialize;
     using kelAbstractSerializer::serialize;
-    void serialize(Float64 value) override;
-    void serialize(Float32 value) override;
-    void serialize(SInt64 value) override;
-    void serialize(SInt32 value) override;
-    void serialize(SInt16 value) override;
-    void serialize(SInt8 value) override;
-    void serialize(UInt64 value) override;
-    void serialize(UInt32 value) override;
-    void serialize(UInt16 value) override;
-    void serialize(UInt8 value) override;
-    void serialize(bool value) override;
-    void deserialize(Float64& value) override;
-    void deserialize(Float32& value) override;
-    void deserialize(SInt64& value) override;
-    void deserialize(SInt32& value) override;
-    void deserialize(SInt16& value) override;
-    void deserialize(SInt8& value) override;
-    void deserialize(UInt64& value) override;
-    void deserialize(UInt32& value) override;
-    void deserialize(UInt16& value) override;
-    void deserialize(UInt8& value) override;
-    void deserialize(bool& value) override;
+    void serialize(Float64 value) override { put(value); }
+    void serialize(Float32 value) override { put(value); }
+    void serialize(SInt64 value) override { put(value); }
+    void serialize(SInt32 value) override { put(value); }
+    void serialize(SInt16 value) override { put(value); }
+    void serialize(SInt8 value) override { put(value); }
+    void serialize(UInt64 value) override { put(value); }
+    void serialize(UInt32 value) override { put(value); }
+    void serialize(UInt16 value) override { put(value); }
+    void serialize(UInt8 value) override { put(value); }
+    void serialize(bool value) override { put(value); }
+    void deserialize(Float64& value) override { get(value); }
+    void deserialize(Float32& value) override { get(value); }
+    void deserialize(SInt64& value) override { get(value); }
+    void deserialize(SInt32& value) override { get(value); }
+    void deserialize(SInt16& value) override { get(value); }
+    void deserialize(SInt8& value) override { get(value); }
+    void deserialize(UInt64& value) override { get(value); }
+    void deserialize(UInt32& value) override { get(value); }
+    void deserialize(UInt16& value) override { get(value); }
+    void deserialize(UInt8& value) override { get(value); }
+    void deserialize(bool& value) override { get(value); }
 
     void serializeData(void const* data, UInt32 size) override;
     void deserializeData(void* data, UInt32 size) override;
@@ -64,17 +66,60 @@ private:
 
     void openWriteWindow();
     void openReadWindow();
+    template <typename T>
+    void put(T value);
+    template <typename T>
+    void get(T& value);
 
     kelLinkedBuffer mBuffer;
     UInt32 mWritePosition;
     UInt32 mReadPosition;
-    // Where fixed-width values go without asking the store: the last block of the chain while
-    // the write position stands at the end of its data, and the block that holds the read
-    // position with the offset in it. Null when unknown; set again by the general path.
+    // Where the inline forms go without asking the store: the last block of the chain while the
+    // write position stands at the end of its data, and the block that holds the read position.
+    // Null when unknown or when this object is not exactly a kelBufferedSerializer; set again by
+    // the general path. The offsets stand where the positions do in the blocks (for writing, it
+    // is the block's used count, kept here too so that a run of writes never reads it back from
+    // the block); each window ends at its block's capacity, or earlier where the position would
+    // otherwise wrap at 4 GiB.
     kelMemoryBlock* mWriteBlock;
     kelMemoryBlock const* mReadBlock;
+    UInt32 mWriteOffset;
     UInt32 mReadOffset;
+    UInt32 mWriteEnd;
+    UInt32 mReadEnd;
 };
+
+// What the store does with a value that fits the window: a write appends to the last block's
+// data and counts it; a read copies from the block, where bytes up to its capacity count,
+// written or not. The read goes through a copy, as the destination may lie inside the block.
+template <typename T>
+inline void kelBufferedSerializer::put(T value) {
+    kelMemoryBlock* const block = mWriteBlock;
+    UInt32 const used = mWriteOffset;
+    if (block != nullptr && sizeof(T) <= mWriteEnd - used) {
+        std::memcpy(block->data + used, &value, sizeof(T));
+        block->used = used + sizeof(T);
+        mWriteOffset = used + sizeof(T);
+        mBuffer.mTotalUsed += sizeof(T);
+        mWritePosition += sizeof(T);
+    } else {
+        kelAbstractSerializer::serialize(value);
+    }
+}
+
+template <typename T>
+inline void kelBufferedSerializer::get(T& value) {
+    kelMemoryBlock const* const block = mReadBlock;
+    if (block != nullptr && sizeof(T) <= mReadEnd - mReadOffset) {
+        unsigned char bytes[sizeof(T)];
+        std::memcpy(bytes, block->data + mReadOffset, sizeof(T));
+        std::memcpy(&value, bytes, sizeof(T));
+        mReadOffset += sizeof(T);
+        mReadPosition += sizeof(T);
+    } else {
+        kelAbstractSerializer::deserialize(value);
+    }
+}
 
 } // namespace KELKIT
 

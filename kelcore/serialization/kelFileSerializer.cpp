@@ -10,14 +10,16 @@ KEL_ENUM_DEFINE(kelFileSerializer::Operation, Operation, KEL_ROWS_kelFileSeriali
 
 kelFileSerializer::kelFileSerializer(char const* path, FileMode mode)
     : mPath(path), mWritePosition(0), mReadPosition(0), mLastOperation(Operation::Serialize),
-      mMode(mode) {
+      mMode(mode), mKeptLength(0), mLengthKept(false) {
     openFile();
 }
 
 kelFileSerializer::kelFileSerializer(kelFileSerializer const& other)
     : kelISerializer(other), kelAbstractSerializer(other), mPath(other.mPath), mFile(other.mFile),
       mWritePosition(other.mWritePosition), mReadPosition(other.mReadPosition),
-      mLastOperation(other.mLastOperation), mMode(other.mMode) {}
+      mLastOperation(other.mLastOperation), mMode(other.mMode), mKeptLength(0), mLengthKept(false) {
+    other.mLengthKept = false; // the stream is shared from now on
+}
 
 kelFileSerializer& kelFileSerializer::operator=(kelFileSerializer const& other) {
     mPath = other.mPath;
@@ -26,6 +28,8 @@ kelFileSerializer& kelFileSerializer::operator=(kelFileSerializer const& other) 
     mReadPosition = other.mReadPosition;
     mLastOperation = other.mLastOperation;
     mMode = other.mMode;
+    mLengthKept = false;
+    other.mLengthKept = false;
     return *this;
 }
 
@@ -38,6 +42,7 @@ char const* kelFileSerializer::getFilePath() const {
 }
 
 void kelFileSerializer::closeFile() {
+    mLengthKept = false;
     if (mFile != nullptr) {
         std::fflush(mFile.get());
         mFile.reset();
@@ -45,6 +50,7 @@ void kelFileSerializer::closeFile() {
 }
 
 void kelFileSerializer::flushFile() {
+    mLengthKept = false;
     if (mFile != nullptr) {
         std::FILE* const file = mFile.get();
         if (mLastOperation == Operation::Deserialize) {
@@ -64,13 +70,23 @@ UInt32 kelFileSerializer::getSize() const {
         return 0;
     }
     std::FILE* const file = mFile.get();
-    // While reading, nothing of ours waits to be written (turning to reading sought, which
-    // flushes): the file's own length is the answer, and the stream keeps its read buffer,
-    // which readers that ask for the remaining size after every piece rely on.
-    long long length = 0;
-    if (mLastOperation == Operation::Deserialize && platform::fileStreamLength(file, length)) {
-        return length < 0 ? 0 : static_cast<UInt32>(length);
+    // While this object reads and alone uses the stream, nothing waits to be written (turning to
+    // reading sought, which flushes): the file's own length is the answer, and the stream keeps
+    // its read buffer. The length is kept until reading reaches it, so that readers that ask
+    // before every value cost no system call each. A copy sharing the stream may hold unwritten
+    // bytes, which only the seek to the end counts on every platform.
+    if (mLastOperation == Operation::Deserialize && mFile.use_count() == 1) {
+        if (mLengthKept && mReadPosition < mKeptLength) {
+            return mKeptLength;
+        }
+        long long length = 0;
+        if (platform::fileStreamLength(file, length)) {
+            mKeptLength = length < 0 ? 0 : static_cast<UInt32>(length);
+            mLengthKept = true;
+            return mKeptLength;
+        }
     }
+    mLengthKept = false;
     long long const noted = platform::tellFileStream(file);
     platform::seekFileStream(file, 0, SEEK_END);
     long long const end = platform::tellFileStream(file);
@@ -162,6 +178,7 @@ void kelFileSerializer::serializeData(void const* data, UInt32 size) {
         KEL_THROW("Operation not allowed on serializer");
     }
     positionCursorForOperation(Operation::Serialize);
+    mLengthKept = false;
     std::size_t const written = std::fwrite(data, 1, size, mFile.get());
     mWritePosition += static_cast<UInt32>(written);
     mLastOperation = Operation::Serialize;
@@ -174,6 +191,9 @@ void kelFileSerializer::deserializeData(void* data, UInt32 size) {
     positionCursorForOperation(Operation::Deserialize);
     std::size_t const got = std::fread(data, 1, size, mFile.get());
     mReadPosition += static_cast<UInt32>(got);
+    if (got < size) {
+        mLengthKept = false; // the end came earlier than the kept length said
+    }
     mLastOperation = Operation::Deserialize;
 }
 

@@ -50,7 +50,10 @@ public:
     void closeFile();
     void flushFile();
 
-    // The file's length including what is not flushed yet; 0 while closed.
+    // The file's length including what is not flushed yet; 0 while closed. While this object
+    // reads and alone uses its stream, the length taken at the first question is kept until
+    // reading reaches it, a read comes back short, or this object writes, flushes, clears or
+    // closes: a change to the file by another program shows from then on.
     UInt32 getSize() const override;
     UInt32 getRemainingSize() const override;
     // Closes and opens again (emptying the file unless the mode is Read), both positions 0.
@@ -73,6 +76,10 @@ private:
     UInt32 mReadPosition;
     Operation mLastOperation;
     FileMode mMode;
+    // The file's length as getSize last took it while reading, when mLengthKept says so; it
+    // spares readers that ask before every value a system call each time.
+    mutable UInt32 mKeptLength;
+    mutable bool mLengthKept;
 };
 
 } // namespace KELKIT

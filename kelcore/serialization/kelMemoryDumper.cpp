@@ -22,7 +22,7 @@ kelMemoryBuffer& kelMemoryDumper::getBuffer() {
     return mBuffer;
 }
 
-// With the spare room the buffer keeps, a value is one store.
+// With the spare room the buffer keeps, a value is one store; the inline forms do the same.
 void kelMemoryDumper::append(void const* data, UInt64 size) {
     if (size == 0) {
         return;
@@ -36,6 +36,7 @@ void kelMemoryDumper::append(void const* data, UInt64 size) {
     }
 }
 
-KEL_DUMPER_FORMS(kelMemoryDumper, append)
+// The single numbers are inline in the header.
+KEL_DUMPER_ARRAY_FORMS(kelMemoryDumper, append)
 
 } // namespace KELKIT

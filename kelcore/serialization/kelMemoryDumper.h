@@ -4,6 +4,8 @@
 #include <kelcore/memory/kelMemoryBuffer.h>
 #include <kelcore/serialization/kelIDumper.h>
 
+#include <cstring>
+
 namespace KELKIT {
 
 // Dumps onto the end of a memory buffer, which grows by exactly what was dumped. Appending
@@ -27,34 +29,47 @@ public:
     void dump(kelString const* values, UInt32 count) override;
     void dump(kelString const& value) override;
     void dump(Float64 const* values, UInt32 count) override;
-    void dump(Float64 value) override;
     void dump(Float32 const* values, UInt32 count) override;
-    void dump(Float32 value) override;
     void dump(SInt64 const* values, UInt32 count) override;
-    void dump(SInt64 value) override;
     void dump(SInt32 const* values, UInt32 count) override;
-    void dump(SInt32 value) override;
     void dump(SInt16 const* values, UInt32 count) override;
-    void dump(SInt16 value) override;
     void dump(SInt8 const* values, UInt32 count) override;
-    void dump(SInt8 value) override;
     void dump(UInt64 const* values, UInt32 count) override;
-    void dump(UInt64 value) override;
     void dump(UInt32 const* values, UInt32 count) override;
-    void dump(UInt32 value) override;
     void dump(UInt16 const* values, UInt32 count) override;
-    void dump(UInt16 value) override;
     void dump(UInt8 const* values, UInt32 count) override;
-    void dump(UInt8 value) override;
     void dump(bool const* values, UInt32 count) override;
-    void dump(bool value) override;
+    // Inline so that a run of small dumps costs no call while the buffer has room behind its
+    // bytes; the rest takes the general path.
+    void dump(Float64 value) override { put(value); }
+    void dump(Float32 value) override { put(value); }
+    void dump(SInt64 value) override { put(value); }
+    void dump(SInt32 value) override { put(value); }
+    void dump(SInt16 value) override { put(value); }
+    void dump(SInt8 value) override { put(value); }
+    void dump(UInt64 value) override { put(value); }
+    void dump(UInt32 value) override { put(value); }
+    void dump(UInt16 value) override { put(value); }
+    void dump(UInt8 value) override { put(value); }
+    void dump(bool value) override { put(value); }
 
 private:
-    // Inline so that each form can take the fast path without a call.
-    inline void append(void const* data, UInt64 size);
+    void append(void const* data, UInt64 size);
+    template <typename T>
+    void put(T value);
 
     kelMemoryBuffer mBuffer;
 };
+
+template <typename T>
+inline void kelMemoryDumper::put(T value) {
+    if (static_cast<UInt64>(mBuffer.mSize) + sizeof(T) <= mBuffer.mCapacity) {
+        std::memcpy(mBuffer.mBuffer + mBuffer.mSize, &value, sizeof(T));
+        mBuffer.mSize += sizeof(T);
+    } else {
+        append(&value, sizeof(T));
+    }
+}
 
 } // namespace KELKIT
 

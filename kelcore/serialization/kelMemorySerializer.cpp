@@ -8,17 +8,28 @@
 namespace KELKIT {
 
 kelMemorySerializer::kelMemorySerializer()
-    : mBuffer(nullptr), mWritePosition(0), mReadPosition(0), mBufferSize(0) {}
+    : mBuffer(nullptr), mWritePosition(0), mReadPosition(0), mBufferSize(0), mDirectSize(0) {}
 
 kelMemorySerializer::kelMemorySerializer(UInt8* buffer, UInt32 size)
     : mBuffer(buffer), mWritePosition(0), mReadPosition(0),
-      mBufferSize(buffer == nullptr ? 0 : size) {}
+      mBufferSize(buffer == nullptr ? 0 : size), mDirectSize(0) {}
 
-kelMemorySerializer::kelMemorySerializer(const kelMemorySerializer& other) = default;
+// The inline forms' part of the block is not copied: the copy may be part of a derived object.
+kelMemorySerializer::kelMemorySerializer(const kelMemorySerializer& other)
+    : kelISerializer(other), kelAbstractSerializer(other), mBuffer(other.mBuffer),
+      mWritePosition(other.mWritePosition), mReadPosition(other.mReadPosition),
+      mBufferSize(other.mBufferSize), mDirectSize(0) {}
 
 kelMemorySerializer::~kelMemorySerializer() = default;
 
-kelMemorySerializer& kelMemorySerializer::operator=(const kelMemorySerializer& other) = default;
+kelMemorySerializer& kelMemorySerializer::operator=(const kelMemorySerializer& other) {
+    mBuffer = other.mBuffer;
+    mWritePosition = other.mWritePosition;
+    mReadPosition = other.mReadPosition;
+    mBufferSize = other.mBufferSize;
+    mDirectSize = 0;
+    return *this;
+}
 
 kelMemorySerializer& kelMemorySerializer::operator+=(const kelMemorySerializer& other) {
     serializeData(other.mBuffer, other.mBufferSize);
@@ -37,17 +48,25 @@ void kelMemorySerializer::serializeData(const void* data, UInt32 size) {
         }
         mWritePosition += size;
     }
+    openDirectPath();
 }
 
 void kelMemorySerializer::deserializeData(void* data, UInt32 size) {
     if (static_cast<UInt64>(mReadPosition) + size > mBufferSize) {
         KEL_THROW("Unable to desialize data. Buffer is too small");
     }
+    openDirectPath();
     if (size == 0 || data == nullptr) {
         return;
     }
     std::memmove(data, mBuffer + mReadPosition, size);
     mReadPosition += size;
+}
+
+// Only here, never in a constructor: while the constructors of this class run, every object
+// looks exactly like a kelMemorySerializer, even one that is to be of a derived class.
+void kelMemorySerializer::openDirectPath() {
+    mDirectSize = internal::isExactly(*this) ? mBufferSize : 0;
 }
 
 const UInt8* kelMemorySerializer::getBuffer() const {
@@ -83,41 +102,5 @@ void kelMemorySerializer::loadData(const UInt8* data, UInt32 size) {
     std::memmove(mBuffer, data, copied);
     mWritePosition = copied;
 }
-
-// The direct path does what serializeData and deserializeData do when the value fits: a write
-// that ends strictly before the block's end, a read that ends within it.
-#define KEL_FIXED_WIDTH_FORMS(T)                                                                   \
-    void kelMemorySerializer::serialize(T value) {                                                 \
-        if (internal::isExactly(*this) &&                                                          \
-            static_cast<UInt64>(mWritePosition) + sizeof(T) < mBufferSize) {                       \
-            internal::storeValue(mBuffer + mWritePosition, value);                                 \
-            mWritePosition += sizeof(T);                                                           \
-            return;                                                                                \
-        }                                                                                          \
-        kelAbstractSerializer::serialize(value);                                                   \
-    }                                                                                              \
-    void kelMemorySerializer::deserialize(T& value) {                                              \
-        if (internal::isExactly(*this) &&                                                          \
-            static_cast<UInt64>(mReadPosition) + sizeof(T) <= mBufferSize) {                       \
-            internal::loadValue(value, mBuffer + mReadPosition);                                   \
-            mReadPosition += sizeof(T);                                                            \
-            return;                                                                                \
-        }                                                                                          \
-        kelAbstractSerializer::deserialize(value);                                                 \
-    }
-
-KEL_FIXED_WIDTH_FORMS(Float64)
-KEL_FIXED_WIDTH_FORMS(Float32)
-KEL_FIXED_WIDTH_FORMS(SInt64)
-KEL_FIXED_WIDTH_FORMS(SInt32)
-KEL_FIXED_WIDTH_FORMS(SInt16)
-KEL_FIXED_WIDTH_FORMS(SInt8)
-KEL_FIXED_WIDTH_FORMS(UInt64)
-KEL_FIXED_WIDTH_FORMS(UInt32)
-KEL_FIXED_WIDTH_FORMS(UInt16)
-KEL_FIXED_WIDTH_FORMS(UInt8)
-KEL_FIXED_WIDTH_FORMS(bool)
-
-#undef KEL_FIXED_WIDTH_FORMS
 
 } // namespace KELKIT

@@ -167,12 +167,6 @@ void kelString::append(char const* text) {
     mText->append(orEmpty(text));
 }
 
-void kelString::append(char c) {
-    if (c != '\0') {
-        mText->push_back(c);
-    }
-}
-
 void kelString::erase(UInt32 pos) {
     erase(pos, 1);
 }
@@ -325,9 +319,8 @@ kelString const& kelString::operator+=(char const* text) {
     return *this;
 }
 
-kelString const& kelString::operator+=(char c) {
+void kelString::appendGrowing(char c) {
     mText->push_back(c);
-    return *this;
 }
 
 kelString kelString::operator+(kelString const& text) {

@@ -59,7 +59,7 @@ public:
     // append(char) goes through a one-character text: the byte 0 appends nothing.
     void append(kelString const& text);
     void append(char const* text);
-    void append(char c);
+    inline void append(char c);
     // Removes the one character at pos (not the rest of the text).
     void erase(UInt32 pos);
     void erase(UInt32 pos, UInt32 count);
@@ -98,7 +98,9 @@ public:
     kelString const& operator=(char c);
     kelString const& operator+=(kelString const& text);
     kelString const& operator+=(char const* text);
-    kelString const& operator+=(char c);
+    // Inline (as append(char)), so that appending a character costs no call while the text has
+    // room for it.
+    inline kelString const& operator+=(char c);
     // Not const: a + b appends b to a itself and returns a copy of the result.
     kelString operator+(kelString const& text);
     kelString operator+(char const* text);
@@ -149,9 +151,27 @@ private:
     friend struct internal::kelStringAccess;
     // The first length bytes of text, which the caller knows hold no 0 byte.
     kelString(char const* text, UInt32 length);
+    // operator+=(char) where the text has to grow.
+    void appendGrowing(char c);
 
     std::unique_ptr<std::string> mText;
 };
+
+inline void kelString::append(char c) {
+    if (c != '\0') {
+        *this += c;
+    }
+}
+
+inline kelString const& kelString::operator+=(char c) {
+    std::string& text = *mText;
+    if (text.size() < text.capacity()) {
+        text.push_back(c);
+    } else {
+        appendGrowing(c);
+    }
+    return *this;
+}
 
 extern template class KELCORE_API kelDefaultComparator<kelString>;
 

@@ -20,9 +20,10 @@ using Bytes = std::vector<unsigned char>;
 namespace {
 
 // Arrays of 0 to 3 random elements of each type, then each first element alone, on a dumper
-// and on the oracle, which shifts the values' bits apart (a float's by its bit pattern).
-template <class... T>
-void dumpEach(kelIDumper& dumper, kelTest::WireBytes& expected, std::mt19937_64& rng) {
+// and on the oracle, which shifts the values' bits apart (a float's by its bit pattern). The
+// single values name the dumper's class, so that its inline forms run as compiled here.
+template <class... T, class D>
+void dumpEach(D& dumper, kelTest::WireBytes& expected, std::mt19937_64& rng) {
     auto const both = [&](auto* values) {
         using V = std::remove_pointer_t<decltype(values)>;
         for (int i = 0; i < 3; ++i) {
@@ -31,7 +32,7 @@ void dumpEach(kelIDumper& dumper, kelTest::WireBytes& expected, std::mt19937_64&
         }
         UInt32 const count = static_cast<UInt32>(rng() % 4);
         dumper.dump(static_cast<V const*>(values), count);
-        dumper.dump(values[0]);
+        dumper.D::dump(values[0]);
         for (UInt32 i = 0; i <= count; ++i) {
             V const v = values[i < count ? i : 0];
             std::uint64_t bits = static_cast<std::uint64_t>(v); // sign-extended: low bytes right
@@ -45,7 +46,8 @@ void dumpEach(kelIDumper& dumper, kelTest::WireBytes& expected, std::mt19937_64&
 }
 
 // The same random run of every form on a dumper and on the wire oracle.
-void dumpRandomMix(kelIDumper& dumper, kelTest::WireBytes& expected, unsigned seed) {
+template <class D>
+void dumpRandomMix(D& dumper, kelTest::WireBytes& expected, unsigned seed) {
     std::mt19937_64 rng(seed);
     kelString const texts[3] = {kelString("ab"), kelString(), kelString("xyz")};
     kelMemoryBuffer buffers[2];

@@ -1,6 +1,8 @@
 #include <kelcore/frame/kelException.h>
 #include <kelcore/serialization/kelFileSerializer.h>
 
+#include "support/kelUniqueScratch.h"
+
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -124,4 +126,25 @@ TEST(kelFileSerializer, CopiesShareOneStreamClosedOnce) {
         viaBackslashes.serialize(static_cast<UInt8>(7));
     }
     EXPECT_EQ((std::vector<unsigned char>{7}), file.bytes());
+}
+
+// A reader keeps the file's length between questions, yet shows what another writer added once
+// reading reaches the kept end, and what a copy sharing its stream writes at once.
+TEST(kelFileSerializer, KeptLengthFollowsEveryWriter) {
+    kelTest::ScratchFile file("kept-length");
+    kelFileSerializer s(file.path(), Mode::ReadAndWrite);
+    s.serialize(static_cast<UInt64>(0x0807060504030201ull));
+    UInt32 value = 0;
+    s.deserialize(value);
+    EXPECT_EQ(4u, s.getRemainingSize());
+    file.write({9, 10, 11, 12}, std::ios::app);
+    s.deserialize(value); // reaches the kept end
+    EXPECT_EQ(0x08070605u, value);
+    EXPECT_EQ(12u, s.getSize());
+    {
+        kelFileSerializer copy(s);
+        copy.serialize(static_cast<UInt64>(0)); // at the copied write position 8
+        EXPECT_EQ(16u, s.getSize());
+    }
+    EXPECT_EQ(16u, s.getSize());
 }

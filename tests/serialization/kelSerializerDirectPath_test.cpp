@@ -17,18 +17,26 @@ using namespace KELKIT;
 namespace {
 
 // The general path as the oracle: in a derived class every typed call goes through the raw
-// operations, as all of them did before the direct path existed.
+// operations, as all of them did before the direct path existed; the class counts what it sees.
 template <class S>
 struct GeneralPath : S {
     using S::S;
-    void serializeData(void const* data, UInt32 size) override { S::serializeData(data, size); }
-    void deserializeData(void* data, UInt32 size) override { S::deserializeData(data, size); }
+    void serializeData(void const* data, UInt32 size) override {
+        seen += size;
+        S::serializeData(data, size);
+    }
+    void deserializeData(void* data, UInt32 size) override {
+        seen += size;
+        S::deserializeData(data, size);
+    }
+    UInt64 seen = 0;
 };
 
 // The same random calls on both: typed writes and reads of every width with random bits, runs
 // of bytes that move the positions across every boundary, now and then a load. Failures,
 // positions and the bytes read agree; bytes never written are uninitialised and not compared,
-// unless the caller owns the block.
+// unless the caller owns the block. The typed calls name S, so that both objects run the inline
+// forms as compiled here, and the derived one must still see each of its values.
 template <class S>
 void randomCalls(S& direct, GeneralPath<S>& general, std::mt19937_64& rng, bool owned) {
     for (int step = 0; step < 3000 && !testing::Test::HasFatalFailure(); ++step) {
@@ -41,8 +49,8 @@ void randomCalls(S& direct, GeneralPath<S>& general, std::mt19937_64& rng, bool 
                 std::memcpy(&value, &bits, sizeof value);
                 size = sizeof value;
                 bool const isBool = std::is_same<decltype(value), bool>::value; // holds 0 or 1
-                write ? s.serialize(isBool ? decltype(value)(bits & 1) : value)
-                      : s.deserialize(*reinterpret_cast<decltype(value)*>(out));
+                write ? s.S::serialize(isBool ? decltype(value)(bits & 1) : value)
+                      : s.S::deserialize(*reinterpret_cast<decltype(value)*>(out));
             };
             try {
                 unsigned type = 0; // the kind-th of the eleven fixed-width types
@@ -63,7 +71,9 @@ void randomCalls(S& direct, GeneralPath<S>& general, std::mt19937_64& rng, bool 
         };
         UInt32 const at = direct.getSize() - direct.getRemainingSize();
         std::vector<UInt8> a(1500), b(1500);
+        UInt64 const seen = general.seen;
         ASSERT_EQ(call(general, b.data()), call(direct, a.data()));
+        ASSERT_TRUE(kind > 10 || general.seen == seen + size);
         ASSERT_TRUE(write || !(owned || UInt64(at) + size <= direct.getSize()) || a == b) << at;
         ASSERT_EQ(general.getSize(), direct.getSize());
         ASSERT_EQ(general.getRemainingSize(), direct.getRemainingSize());

@@ -241,4 +241,18 @@ TEST(kelString, CharacterFormsActAsTheirOneCharacterText) {
             ASSERT_EQ((byText > text) * 2 + (byText <= text), (byText > c) * 2 + (byText <= c));
         }
     }
+    // Long runs of both appending forms, across every growth of the text, against push_back.
+    for (int round = 0; round < 20; ++round) {
+        kelString s;
+        std::string oracle;
+        for (int i = 0; i < 3000; ++i) {
+            char const c = char(rng() % 8 ? rng() : 0);
+            bool const plus = rng() % 2 != 0;
+            plus ? void(s += c) : s.append(c);
+            if (plus || c != '\0') {
+                oracle.push_back(c);
+            }
+        }
+        ASSERT_EQ(oracle, bytesOf(s));
+    }
 }
