@@ -14,7 +14,8 @@ cmake --build --preset bench --target kelcore_bench
 export GLIBC_TUNABLES="${GLIBC_TUNABLES-glibc.malloc.trim_threshold=268435456:glibc.malloc.mmap_threshold=268435456}"
 results=$(mktemp)
 trap 'rm -f "$results"' EXIT
-build/bench/bin/kelcore_bench --benchmark_out="$results" --benchmark_out_format=csv "$@"
+# JSON, not CSV: the CSV writer stops at the first benchmark whose counters the first one lacked.
+build/bench/bin/kelcore_bench --benchmark_out="$results" --benchmark_out_format=json "$@"
 
 # label | kelcore benchmark | standard benchmark
 pairs='
@@ -40,22 +41,29 @@ kelMemoryDumper 1 million 4-byte dumps|BM_kelMemoryDumper_Dump4Bytes|BM_stdVecto
 kelString 100,000 short texts from a file|BM_kelString_ReadShortTextsFromFile|BM_stdio_ReadShortTextsFromFile
 '
 echo
-awk -F, -v pairs="$pairs" '
+awk -v pairs="$pairs" '
     function ns(value, unit) {
         return value * (unit == "us" ? 1e3 : unit == "ms" ? 1e6 : unit == "s" ? 1e9 : 1)
     }
-    /^name,/ {
-        table = 1
-        next
+    # One field a line: "name" opens a run, its "time_unit" closes it.
+    function text(line) {
+        sub(/^[^:]*: *"/, "", line)
+        sub(/",?$/, "", line)
+        return line
     }
-    table {
-        name = $1
-        gsub(/"/, "", name)
+    /^ *"name":/ {
+        name = text($0)
+    }
+    /^ *"cpu_time":/ {
+        seconds = $2
+        sub(/,$/, "", seconds)
+    }
+    /^ *"time_unit":/ {
         if (name ~ /_median$/) {
             sub(/_median$/, "", name)
-            median[name] = ns($4, $5)
+            median[name] = ns(seconds, text($0))
         } else if (name !~ /_(mean|stddev|cv)$/ && !(name in single)) {
-            single[name] = ns($4, $5)
+            single[name] = ns(seconds, text($0))
         }
     }
     function shown(t) {
