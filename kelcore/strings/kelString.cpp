@@ -58,7 +58,7 @@ struct HolderCacheCloser {
         HolderCache& cache = holderCache;
         cache.state = HolderCache::Closed;
         while (cache.count > 0) {
-            ::operator delete(cache.blocks[--cache.count], sizeof(std::string));
+            ::operator delete(cache.blocks[--cache.count]);
         }
     }
 };
