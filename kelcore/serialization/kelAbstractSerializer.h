@@ -3,6 +3,8 @@
 
 #include <kelcore/serialization/kelISerializer.h>
 
+#include <cstring>
+
 namespace KELKIT {
 
 // Turns every typed operation into one of two raw byte operations, so that a concrete
@@ -66,7 +68,105 @@ public:
     virtual void serializeData(const void* data, UInt32 size) = 0;
     // Copies size bytes from the read position.
     virtual void deserializeData(void* data, UInt32 size) = 0;
+
+protected:
+    // The inline fast paths of a serializer over one block: a write stored only while it ends
+    // strictly before end, a read taken only while it ends within it. Each moves position and
+    // answers true, or leaves everything as it was and answers false. The read goes through a
+    // copy, as the destination may lie inside the block.
+    template <typename T>
+    static bool storeBefore(UInt8* block, UInt32& position, UInt32 end, T value) {
+        if (static_cast<UInt64>(position) + sizeof(T) >= end) {
+            return false;
+        }
+        std::memcpy(block + position, &value, sizeof(T));
+        position += sizeof(T);
+        return true;
+    }
+    template <typename T>
+    static bool fetchWithin(UInt8 const* block, UInt32& position, UInt32 end, T& value) {
+        if (static_cast<UInt64>(position) + sizeof(T) > end) {
+            return false;
+        }
+        unsigned char bytes[sizeof(T)];
+        std::memcpy(bytes, block + position, sizeof(T));
+        std::memcpy(&value, bytes, sizeof(T));
+        position += sizeof(T);
+        return true;
+    }
 };
+
+// Declares a serializer's single fixed-width values inline, each handed to the class's own
+// put and get templates, so that a run of them costs no call.
+#define KEL_SERIALIZER_INLINE_FORMS                                                                \
+    using kelAbstractSerializer::deserialize;                                                      \
+    using kelAbstractSerializer::serialize;                                                        \
+    void serialize(Float64 value) override {                                                       \
+        put(value);                                                                                \
+    }                                                                                              \
+    void serialize(Float32 value) override {                                                       \
+        put(value);                                                                                \
+    }                                                                                              \
+    void serialize(SInt64 value) override {                                                        \
+        put(value);                                                                                \
+    }                                                                                              \
+    void serialize(SInt32 value) override {                                                        \
+        put(value);                                                                                \
+    }                                                                                              \
+    void serialize(SInt16 value) override {                                                        \
+        put(value);                                                                                \
+    }                                                                                              \
+    void serialize(SInt8 value) override {                                                         \
+        put(value);                                                                                \
+    }                                                                                              \
+    void serialize(UInt64 value) override {                                                        \
+        put(value);                                                                                \
+    }                                                                                              \
+    void serialize(UInt32 value) override {                                                        \
+        put(value);                                                                                \
+    }                                                                                              \
+    void serialize(UInt16 value) override {                                                        \
+        put(value);                                                                                \
+    }                                                                                              \
+    void serialize(UInt8 value) override {                                                         \
+        put(value);                                                                                \
+    }                                                                                              \
+    void serialize(bool value) override {                                                          \
+        put(value);                                                                                \
+    }                                                                                              \
+    void deserialize(Float64& value) override {                                                    \
+        get(value);                                                                                \
+    }                                                                                              \
+    void deserialize(Float32& value) override {                                                    \
+        get(value);                                                                                \
+    }                                                                                              \
+    void deserialize(SInt64& value) override {                                                     \
+        get(value);                                                                                \
+    }                                                                                              \
+    void deserialize(SInt32& value) override {                                                     \
+        get(value);                                                                                \
+    }                                                                                              \
+    void deserialize(SInt16& value) override {                                                     \
+        get(value);                                                                                \
+    }                                                                                              \
+    void deserialize(SInt8& value) override {                                                      \
+        get(value);                                                                                \
+    }                                                                                              \
+    void deserialize(UInt64& value) override {                                                     \
+        get(value);                                                                                \
+    }                                                                                              \
+    void deserialize(UInt32& value) override {                                                     \
+        get(value);                                                                                \
+    }                                                                                              \
+    void deserialize(UInt16& value) override {                                                     \
+        get(value);                                                                                \
+    }                                                                                              \
+    void deserialize(UInt8& value) override {                                                      \
+        get(value);                                                                                \
+    }                                                                                              \
+    void deserialize(bool& value) override {                                                       \
+        get(value);                                                                                \
+    }
 
 } // namespace KELKIT
 

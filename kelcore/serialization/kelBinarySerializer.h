@@ -30,30 +30,7 @@ public:
     // The fixed-width values are inline so that a run of them costs no call: each goes straight
     // into the block while it has room and this object is exactly a kelBinarySerializer;
     // otherwise, and in any derived class, through serializeData and deserializeData.
-    using kelAbstractSerializer::deserialize;
-    using kelAbstractSerializer::serialize;
-    void serialize(Float64 value) override { put(value); }
-    void serialize(Float32 value) override { put(value); }
-    void serialize(SInt64 value) override { put(value); }
-    void serialize(SInt32 value) override { put(value); }
-    void serialize(SInt16 value) override { put(value); }
-    void serialize(SInt8 value) override { put(value); }
-    void serialize(UInt64 value) override { put(value); }
-    void serialize(UInt32 value) override { put(value); }
-    void serialize(UInt16 value) override { put(value); }
-    void serialize(UInt8 value) override { put(value); }
-    void serialize(bool value) override { put(value); }
-    void deserialize(Float64& value) override { get(value); }
-    void deserialize(Float32& value) override { get(value); }
-    void deserialize(SInt64& value) override { get(value); }
-    void deserialize(SInt32& value) override { get(value); }
-    void deserialize(SInt16& value) override { get(value); }
-    void deserialize(SInt8& value) override { get(value); }
-    void deserialize(UInt64& value) override { get(value); }
-    void deserialize(UInt32& value) override { get(value); }
-    void deserialize(UInt16& value) override { get(value); }
-    void deserialize(UInt8& value) override { get(value); }
-    void deserialize(bool& value) override { get(value); }
+    KEL_SERIALIZER_INLINE_FORMS
 
     void serializeData(const void* data, UInt32 size) override;
     void deserializeData(void* data, UInt32 size) override;
@@ -89,27 +66,16 @@ private:
     UInt32 mDirectCapacity;
 };
 
-// What serializeData and deserializeData do with a value that fits: a write that ends before
-// the capacity (a byte always stays free), a read that ends within it. The read goes through a
-// copy, as the destination may lie inside the block.
 template <typename T>
 inline void kelBinarySerializer::put(T value) {
-    if (static_cast<UInt64>(mWritePosition) + sizeof(T) < mDirectCapacity) {
-        std::memcpy(mBuffer + mWritePosition, &value, sizeof(T));
-        mWritePosition += sizeof(T);
-    } else {
+    if (!storeBefore(mBuffer, mWritePosition, mDirectCapacity, value)) {
         kelAbstractSerializer::serialize(value);
     }
 }
 
 template <typename T>
 inline void kelBinarySerializer::get(T& value) {
-    if (static_cast<UInt64>(mReadPosition) + sizeof(T) <= mDirectCapacity) {
-        unsigned char bytes[sizeof(T)];
-        std::memcpy(bytes, mBuffer + mReadPosition, sizeof(T));
-        std::memcpy(&value, bytes, sizeof(T));
-        mReadPosition += sizeof(T);
-    } else {
+    if (!fetchWithin(mBuffer, mReadPosition, mDirectCapacity, value)) {
         kelAbstractSerializer::deserialize(value);
     }
 }

@@ -33,30 +33,7 @@ public:
     // The fixed-width values are inline so that a run of them costs no call: each goes straight
     // into the block while it has room and this object is exactly a kelBufferedSerializer;
     // otherwise, and in any derived class, through serializeData and deserializeData.
-    using kelAbstractSerializer::deserialize;
-    using kelAbstractSerializer::serialize;
-    void serialize(Float64 value) override { put(value); }
-    void serialize(Float32 value) override { put(value); }
-    void serialize(SInt64 value) override { put(value); }
-    void serialize(SInt32 value) override { put(value); }
-    void serialize(SInt16 value) override { put(value); }
-    void serialize(SInt8 value) override { put(value); }
-    void serialize(UInt64 value) override { put(value); }
-    void serialize(UInt32 value) override { put(value); }
-    void serialize(UInt16 value) override { put(value); }
-    void serialize(UInt8 value) override { put(value); }
-    void serialize(bool value) override { put(value); }
-    void deserialize(Float64& value) override { get(value); }
-    void deserialize(Float32& value) override { get(value); }
-    void deserialize(SInt64& value) override { get(value); }
-    void deserialize(SInt32& value) override { get(value); }
-    void deserialize(SInt16& value) override { get(value); }
-    void deserialize(SInt8& value) override { get(value); }
-    void deserialize(UInt64& value) override { get(value); }
-    void deserialize(UInt32& value) override { get(value); }
-    void deserialize(UInt16& value) override { get(value); }
-    void deserialize(UInt8& value) override { get(value); }
-    void deserialize(bool& value) override { get(value); }
+    KEL_SERIALIZER_INLINE_FORMS
 
     void serializeData(void const* data, UInt32 size) override;
     void deserializeData(void* data, UInt32 size) override;

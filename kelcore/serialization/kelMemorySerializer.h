@@ -28,30 +28,7 @@ public:
     // The fixed-width values are inline so that a run of them costs no call: each goes straight
     // into the block while it has room and this object is exactly a kelMemorySerializer;
     // otherwise, and in any derived class, through serializeData and deserializeData.
-    using kelAbstractSerializer::deserialize;
-    using kelAbstractSerializer::serialize;
-    void serialize(Float64 value) override { put(value); }
-    void serialize(Float32 value) override { put(value); }
-    void serialize(SInt64 value) override { put(value); }
-    void serialize(SInt32 value) override { put(value); }
-    void serialize(SInt16 value) override { put(value); }
-    void serialize(SInt8 value) override { put(value); }
-    void serialize(UInt64 value) override { put(value); }
-    void serialize(UInt32 value) override { put(value); }
-    void serialize(UInt16 value) override { put(value); }
-    void serialize(UInt8 value) override { put(value); }
-    void serialize(bool value) override { put(value); }
-    void deserialize(Float64& value) override { get(value); }
-    void deserialize(Float32& value) override { get(value); }
-    void deserialize(SInt64& value) override { get(value); }
-    void deserialize(SInt32& value) override { get(value); }
-    void deserialize(SInt16& value) override { get(value); }
-    void deserialize(SInt8& value) override { get(value); }
-    void deserialize(UInt64& value) override { get(value); }
-    void deserialize(UInt32& value) override { get(value); }
-    void deserialize(UInt16& value) override { get(value); }
-    void deserialize(UInt8& value) override { get(value); }
-    void deserialize(bool& value) override { get(value); }
+    KEL_SERIALIZER_INLINE_FORMS
 
     void serializeData(const void* data, UInt32 size) override;
     void deserializeData(void* data, UInt32 size) override;
@@ -82,27 +59,16 @@ private:
     UInt32 mDirectSize;
 };
 
-// What serializeData and deserializeData do with a value that fits: a write that ends strictly
-// before the block's end, a read that ends within it. Both go through a copy, as a value read
-// may lie inside the block.
 template <typename T>
 inline void kelMemorySerializer::put(T value) {
-    if (static_cast<UInt64>(mWritePosition) + sizeof(T) < mDirectSize) {
-        std::memcpy(mBuffer + mWritePosition, &value, sizeof(T));
-        mWritePosition += sizeof(T);
-    } else {
+    if (!storeBefore(mBuffer, mWritePosition, mDirectSize, value)) {
         kelAbstractSerializer::serialize(value);
     }
 }
 
 template <typename T>
 inline void kelMemorySerializer::get(T& value) {
-    if (static_cast<UInt64>(mReadPosition) + sizeof(T) <= mDirectSize) {
-        unsigned char bytes[sizeof(T)];
-        std::memcpy(bytes, mBuffer + mReadPosition, sizeof(T));
-        std::memcpy(&value, bytes, sizeof(T));
-        mReadPosition += sizeof(T);
-    } else {
+    if (!fetchWithin(mBuffer, mReadPosition, mDirectSize, value)) {
         kelAbstractSerializer::deserialize(value);
     }
 }
