@@ -15,6 +15,7 @@
 // Every decoder allocates no more than a small constant plus a few times its input.
 
 #include "kelFuzz.h"
+#include "support/kelUtf8Model.h"
 
 #include <kelcore/strings/kelStringConverter.h>
 
@@ -26,14 +27,6 @@ using Conv = kelStringConverter;
 namespace {
 
 // ---- Latin-1 and UTF-8 --------------------------------------------------------------------
-
-int leadLength(unsigned char lead) {
-    int ones = 0;
-    while (ones < 8 && ((lead << ones) & 0x80) != 0) {
-        ++ones;
-    }
-    return ones < 2 ? 1 : std::min(ones, 6);
-}
 
 std::string latin1ToUtf8(std::string const& text) {
     std::string out;
@@ -48,25 +41,6 @@ std::string latin1ToUtf8(std::string const& text) {
     return out;
 }
 
-// replacement < 0: longer sequences give nothing.
-std::string utf8ToLatin1(std::string const& text, int replacement) {
-    std::string out;
-    for (std::size_t i = 0; i < text.size();) {
-        auto const lead = static_cast<unsigned char>(text[i]);
-        std::size_t const length = static_cast<std::size_t>(leadLength(lead));
-        auto const next = static_cast<unsigned char>(i + 1 < text.size() ? text[i + 1] : 0);
-        int c = length == 1 ? lead : replacement;
-        if (length == 2) {
-            c = lead == 0xC3 ? (next + 64) & 0xFF : lead == 0xC2 ? next : lead;
-        }
-        if (c > 0) {
-            out += static_cast<char>(c);
-        }
-        i += length;
-    }
-    return out;
-}
-
 void checkLatin1(std::string const& text, unsigned char replacement) {
     kelString const latin1(text.c_str());
     KEL_FUZZ_CHECK(latin1ToUtf8(text) == Conv::toUTF8(latin1).c_str());
@@ -75,11 +49,11 @@ void checkLatin1(std::string const& text, unsigned char replacement) {
         kelFuzz::HeapCount heap;
         kelString const decoded = Conv::fromUTF8(latin1, &replacement);
         KEL_FUZZ_CHECK(kelFuzz::withinBudget(heap.allocated(), text.size()));
-        KEL_FUZZ_CHECK(utf8ToLatin1(text, replacement) == decoded.c_str());
+        KEL_FUZZ_CHECK(kelTest::utf8ToLatin1(text, replacement) == decoded.c_str());
     }
-    KEL_FUZZ_CHECK(utf8ToLatin1(text, Conv::DEFAULT_UTF8_CHARACTER) ==
+    KEL_FUZZ_CHECK(kelTest::utf8ToLatin1(text, Conv::DEFAULT_UTF8_CHARACTER) ==
                    Conv::fromUTF8(latin1).c_str());
-    KEL_FUZZ_CHECK(utf8ToLatin1(text, -1) == Conv::fromUTF8(latin1, nullptr).c_str());
+    KEL_FUZZ_CHECK(kelTest::utf8ToLatin1(text, -1) == Conv::fromUTF8(latin1, nullptr).c_str());
 
     // The single-character forms, on the first two bytes.
     auto const lead = static_cast<unsigned char>(text.empty() ? 0 : text[0]);
@@ -88,11 +62,11 @@ void checkLatin1(std::string const& text, unsigned char replacement) {
     KEL_FUZZ_CHECK(lead == 0 ? one.size() == 1 && one[0] == '\0'
                              : latin1ToUtf8(std::string(1, char(lead))) == one.c_str());
     KEL_FUZZ_CHECK(Conv::isUTF8CodeChar(lead) == (lead >= 128));
-    KEL_FUZZ_CHECK(Conv::getUTF8CodeLength(lead) == leadLength(lead));
+    KEL_FUZZ_CHECK(Conv::getUTF8CodeLength(lead) == kelTest::utf8LeadLength(lead));
     unsigned char const pair = lead == 0xC3 ? next + 64 : lead == 0xC2 ? next : lead;
     KEL_FUZZ_CHECK(Conv::fromUTF8(lead, next) == pair);
     KEL_FUZZ_CHECK(Conv::fromUTF8(lead, &next, replacement) ==
-                   (leadLength(lead) < 3 ? pair : replacement));
+                   (kelTest::utf8LeadLength(lead) < 3 ? pair : replacement));
     KEL_FUZZ_CHECK(Conv::fromUTF8(lead, nullptr, replacement) == 0);
 }
 

@@ -1,3 +1,5 @@
+#include "support/kelUtf8Model.h"
+
 #include <kelcore/strings/kelStringConverter.h>
 
 #include <gtest/gtest.h>
@@ -27,34 +29,6 @@ std::string utf8Of(unsigned long cp) {
         for (int i = tail - 1; i >= 0; --i) {
             out += static_cast<char>(0x80 | ((cp >> (6 * i)) & 0x3F));
         }
-    }
-    return out;
-}
-
-// A UTF-8 sequence's length by the count of its lead byte's leading one bits, at most 6.
-int lengthOf(unsigned char lead) {
-    int ones = 0;
-    while (ones < 8 && (lead << ones & 0x80) != 0) {
-        ++ones;
-    }
-    return ones < 2 ? 1 : std::min(ones, 6);
-}
-
-// The Latin-1 decoder: pairs led by C2 or C3 shifted, longer sequences replaced.
-std::string latin1Of(std::string const& text, int replacement) {
-    std::string out;
-    for (std::size_t i = 0; i < text.size();) {
-        auto const lead = static_cast<unsigned char>(text[i]);
-        std::size_t const length = static_cast<std::size_t>(lengthOf(lead));
-        auto const next = static_cast<unsigned char>(i + 1 < text.size() ? text[i + 1] : 0);
-        int c = length == 1 ? lead : replacement;
-        if (length == 2) {
-            c = lead == 0xC3 ? (next + 64) & 0xFF : lead == 0xC2 ? next : lead;
-        }
-        if (c > 0) {
-            out += static_cast<char>(c);
-        }
-        i += length;
     }
     return out;
 }
@@ -143,7 +117,7 @@ std::string randomPiece(std::mt19937& rng) {
 TEST(kelTextEncodings, Latin1AndUtf8AgreeWithBitFieldCodecs) {
     for (int b = 0; b < 256; ++b) {
         auto const c = static_cast<unsigned char>(b);
-        EXPECT_EQ(lengthOf(c), Conv::getUTF8CodeLength(c)) << b;
+        EXPECT_EQ(kelTest::utf8LeadLength(c), Conv::getUTF8CodeLength(c)) << b;
         EXPECT_EQ(b >= 128, Conv::isUTF8CodeChar(c));
         EXPECT_EQ(b == 0 ? std::string(1, '\0') : utf8Of(c),
                   std::string(Conv::toUTF8(c).c_str(), Conv::toUTF8(c).size()));
@@ -165,8 +139,10 @@ TEST(kelTextEncodings, Latin1AndUtf8AgreeWithBitFieldCodecs) {
         // Any byte soup, including sequences cut off at the end, decodes as the model says.
         std::string soup = latin1 + expected;
         std::shuffle(soup.begin(), soup.end(), rng);
-        EXPECT_EQ(latin1Of(soup, blank), Conv::fromUTF8(kelString(soup.c_str())).c_str());
-        EXPECT_EQ(latin1Of(soup, 0), Conv::fromUTF8(kelString(soup.c_str()), nullptr).c_str());
+        EXPECT_EQ(kelTest::utf8ToLatin1(soup, blank),
+                  Conv::fromUTF8(kelString(soup.c_str())).c_str());
+        EXPECT_EQ(kelTest::utf8ToLatin1(soup, 0),
+                  Conv::fromUTF8(kelString(soup.c_str()), nullptr).c_str());
     }
     unsigned char const next = 0xA9;
     EXPECT_EQ(0xE9 + '?', Conv::fromUTF8(0xC3, &next, '?') + Conv::fromUTF8(0xE2, &next, '?'));
