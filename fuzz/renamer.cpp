@@ -9,6 +9,7 @@
 // put back together give the matched text.
 
 #include "kelFuzz.h"
+#include "support/kelMemoryRenameFolder.h"
 
 #include <kelcore/files/kelFileRenamer.h>
 #include <kelcore/internal/kelRenameEngine.h>
@@ -236,44 +237,17 @@ Outcome modelRun(kelRenameRule const& rule, Names const& files, std::set<std::st
 
 // ---- The library --------------------------------------------------------------------------
 
-struct MemoryFolder : internal::kelRenameFolder, kelFileRenamer::IProgressNotifier {
-    std::set<std::string> names;
-    std::string notes;
-    void listNames(kelListString& out) override {
-        for (std::string const& name : names) {
-            out.add(kelString(name.c_str()));
-        }
-    }
-    bool renameEntry(char const* from, char const* to) override {
-        if (names.count(from) == 0 || !names.insert(to).second) {
-            return false;
-        }
-        names.erase(from);
-        return true;
-    }
-    bool notifyProgress(char const* oldName, char const* newName, double progress) override {
-        notes += std::string(oldName) + ">" + newName + "@" + std::to_string(progress) + "|";
-        return true;
-    }
-};
-
-kelListString listOf(Names const& names) {
-    kelListString list;
-    for (std::string const& name : names) {
-        list.add(kelString(name.c_str()));
-    }
-    return list;
-}
-
 void checkRuns(kelRenameRule const& rule, Names const& files,
                std::set<std::string> const& present) {
     Outcome const preview = modelRun(rule, files, present, false);
-    MemoryFolder folder;
+    kelTest::MemoryRenameFolder folder;
     folder.names = present;
-    kelListString newNames = listOf({"left over"});
+    folder.separator = '|';
+    folder.answer = true;
+    kelListString newNames = kelTest::listOf({"left over"});
     bool collision = false;
     UInt32 counter = 99;
-    bool const previewed = internal::runRenameEngine(listOf(files), rule, counter, folder,
+    bool const previewed = internal::runRenameEngine(kelTest::listOf(files), rule, counter, folder,
                                                      &newNames, &collision, nullptr, false);
     KEL_FUZZ_CHECK(previewed == preview.result);
     // An empty list fails before the names are touched.
@@ -284,10 +258,10 @@ void checkRuns(kelRenameRule const& rule, Names const& files,
     KEL_FUZZ_CHECK(folder.names == present);
 
     Outcome const run = modelRun(rule, files, present, true);
-    KEL_FUZZ_CHECK(internal::runRenameEngine(listOf(files), rule, counter, folder, nullptr, nullptr,
-                                             &folder, true) == run.result);
+    KEL_FUZZ_CHECK(internal::runRenameEngine(kelTest::listOf(files), rule, counter, folder, nullptr,
+                                             nullptr, &folder, true) == run.result);
     KEL_FUZZ_CHECK(folder.names == run.folder);
-    KEL_FUZZ_CHECK_TEXT(run.notes, folder.notes);
+    KEL_FUZZ_CHECK_TEXT(run.notes, folder.seen);
 
     // The public preview, in a folder that does not exist (it lists nothing), of the files
     // without repeats.
@@ -299,7 +273,7 @@ void checkRuns(kelRenameRule const& rule, Names const& files,
         }
     }
     kelFileRenamer renamer;
-    renamer.setFiles(nowhere.c_str(), listOf(files));
+    renamer.setFiles(nowhere.c_str(), kelTest::listOf(files));
     if (rule.patternMode) {
         renamer.setPatternMode(rule.pattern.c_str());
     } else {
@@ -316,7 +290,7 @@ void checkRuns(kelRenameRule const& rule, Names const& files,
 void checkMatcher(std::string const& pattern, std::string const& text) {
     Names expected;
     bool const matches = Matcher(pattern, text).match(expected);
-    kelListString captures = listOf({"left over"});
+    kelListString captures = kelTest::listOf({"left over"});
     KEL_FUZZ_CHECK(internal::matchWildcards(pattern.c_str(), text.c_str(), captures) == matches);
     KEL_FUZZ_CHECK(kelFuzz::textsOf(captures) == (matches ? expected : Names()));
     if (matches) {

@@ -1,6 +1,7 @@
 #include <kelcore/files/kelFileRenamer.h>
 #include <kelcore/internal/kelRenameEngine.h>
 
+#include "support/kelMemoryRenameFolder.h"
 #include "support/kelWatchdog.h"
 
 #include <gtest/gtest.h>
@@ -16,35 +17,12 @@ using internal::kelRenameRule;
 
 namespace {
 
-// A folder in memory (renaming never replaces a name, as on disk) that also notes progress.
-struct MemoryFolder : internal::kelRenameFolder, kelFileRenamer::IProgressNotifier {
-    std::set<std::string> names{".", ".."};
-    std::string seen;
-    void listNames(kelListString& out) override {
-        for (std::string const& name : names) {
-            out.add(name.c_str());
-        }
-    }
-    bool renameEntry(char const* from, char const* to) override {
-        if (names.count(from) == 0 || !names.insert(to).second) {
-            return false;
-        }
-        names.erase(from);
-        return true;
-    }
-    bool notifyProgress(char const* oldName, char const* newName, double progress) override {
-        seen += std::string(oldName) + ">" + newName + "@" + std::to_string(progress) + " ";
-        return false;
-    }
+// A folder in memory holding "." and "..", as a listing on disk does.
+struct MemoryFolder : kelTest::MemoryRenameFolder {
+    MemoryFolder() { names = {".", ".."}; }
 };
 
-kelListString listOf(std::vector<std::string> const& names) {
-    kelListString list;
-    for (std::string const& name : names) {
-        list.add(name.c_str());
-    }
-    return list;
-}
+using kelTest::listOf;
 
 std::string joined(kelListString const& list) {
     std::string text;
